@@ -1,0 +1,36 @@
+#include "CE_BaseOperationTransformer.h"
+
+#include "CE_Crossing.h"
+
+#include "Util_Cast.h"
+
+namespace Zem::CollaborationEngine
+{
+
+BaseOperationTransformer::~BaseOperationTransformer() = default;
+
+OperationUPtr BaseOperationTransformer::include(const Operation& first, const Operation& second,
+                                                TieResolveCondition tieResolveCondition) const
+{
+    if (cast<EmptyOperation>(&first) || cast<EmptyOperation>(&second))
+    {
+        return cloneOperation(first);
+    }
+    const Crossing crossing(*this);
+    OperationUPtr result;
+    if (cast<CompositeOperation>(&first) || cast<CompositeOperation>(&second))
+    {
+        Crossing::Parts firstParts = Crossing::takeParts(first);
+        Crossing::Parts secondParts = Crossing::takeParts(second);
+        crossing.cross(firstParts, secondParts, tieResolveCondition, false);
+        result = makeOperationFromParts(std::move(firstParts));
+    }
+    else
+    {
+        result = crossing.includeSingle(first, second, tieResolveCondition);
+    }
+    result->inheritIDIfPossibleImpl(first);
+    return result;
+}
+
+} // namespace Zem::CollaborationEngine

@@ -1,0 +1,239 @@
+#include "CE_InverseOperation.h"
+
+#include "CE_BaseOperationTransformer.h"
+#include "CE_ListAddresses.h"
+#include "CE_ListSlots.h"
+#include "CE_MapOperation.h"
+#include "CE_NodeOperands.h"
+#include "CE_SetPropertyOperation.h"
+#include "CE_TableSlots.h"
+
+#include "Util_Assert.h"
+#include "Util_Cast.h"
+
+#include <algorithm>
+
+namespace Zem::CollaborationEngine
+{
+
+namespace
+{
+
+using MapInsert = MapInsertOrRemoveOperation<MapInsertTag>;
+using MapRemove = MapInsertOrRemoveOperation<MapRemoveTag>;
+
+/// What becomes of inserted elements when the insertion is inverted.
+enum class InsertedElements
+{
+    GoForGood,
+    AreMarked
+};
+
+/// A deletion that holds nothing down has nothing to let go.
+void dropIdleLeavings(SlotOperation& slots)
+{
+    if (slots._action == SlotAction::Leaving)
+    {
+        slots._pieces.erase(std::remove_if(slots._pieces.begin(), slots._pieces.end(),
+                                           [](const SlotPiece& piece) { return piece._holdersCount == 0; }),
+                            slots._pieces.end());
+    }
+}
+
+SlotOperation invertSlots(SlotOperation slots, InsertedElements insertedElements)
+{
+    dropIdleLeavings(slots);
+    SlotOperation inverse = reverseSlots(slots);
+    if (inverse._action == SlotAction::Removal && insertedElements == InsertedElements::AreMarked)
+    {
+        inverse._action = SlotAction::Marking;
+    }
+    return inverse;
+}
+
+template<class Root>
+OperationUPtr invertList(const Root& operation, const Shadows* shadows, InsertedElements insertedElements)
+{
+    SlotOperations slots;
+    slots.push_back(invertSlots(describeSlots(operation, shadows), insertedElements));
+    return makeOperationsOnSlots(operation, slots);
+}
+
+OperationUPtr invertMap(const MapOperation& operation, const Shadows* shadows)
+{
+    const auto make = [&](auto typed, const SharedConstPtr<DataValue>& value, auto... holdersCount) -> OperationUPtr
+    {
+        using Made = typename decltype(typed)::element_type;
+        return std::make_unique<Made>(operation.getNodeAddress(), operation.getOperandType(), operation.getKey(), value,
+                                      holdersCount...);
+    };
+    const unsigned long heldBy = shadows ? shadows->_holdersCount : 0;
+    return visitWith<OperationUPtr>(
+        operation,
+        [&](const MapInsert& insert)
+        {
+            return heldBy == 0
+                       ? make(std::unique_ptr<MapRemove>(), insert.getData())
+                       : make(std::unique_ptr<MapLeaveRemovedOperation>(), insert.getData(), heldBy);
+        },
+        [&](const MapRemove& remove) { return make(std::unique_ptr<MapInsert>(), remove.getData()); },
+        [&](const MapLeaveRemovedOperation& leave) -> OperationUPtr
+        {
+            if (leave.getHoldersCount() == 0)
+            {
+                return std::make_unique<EmptyOperation>();
+            }
+            Shadows shadowsOfInsertion;
+            shadowsOfInsertion._holdersCount = leave.getHoldersCount();
+            return std::make_unique<ShadowedOperation>(
+                std::make_unique<MapInsert>(leave.getNodeAddress(), leave.getOperandType(), leave.getKey(),
+                                            leave.getData()),
+                shadowsOfInsertion);
+        });
+}
+
+NestedTableOperation invertSetting(const SetRowOrColumnPropertyOperation& setting)
+{
+    return SetRowOrColumnPropertyOperation(setting.getIndex(), setting.getPropertyID(), setting.getSharedNewValue(),
+                                           setting.getSharedOldValue());
+}
+
+template<class Tag>
+OperationUPtr invertTable(const TableRowOrColumnOperation<Tag>& operation, const NodeOperand& operand,
+                          InsertedElements insertedElements)
+{
+    const NestedTableOperation& nested = operation.getNestedOperation();
+    const auto make = [&](NestedTableOperation inverse, Shadows shadows)
+    {
+        return applyShadows(std::make_unique<TableRowOrColumnOperation<Tag>>(
+                                operation.getNodeAddress(), operation.getOperandType(), std::move(inverse)),
+                            std::move(shadows));
+    };
+    const auto slots = describeSlots(nested, operand._shadows);
+    if (!slots)
+    {
+        return make(invertSetting(boost::get<SetRowOrColumnPropertyOperation>(nested)), takeOwnShadows(operand));
+    }
+    const SlotOperation inverse = invertSlots(*slots, insertedElements);
+    if (inverse._pieces.empty())
+    {
+        return std::make_unique<EmptyOperation>();
+    }
+    const bool isReleasing = inverse._action == SlotAction::Releasing;
+    return make(makeNestedOperation(inverse, getRowOrColumn(nested)),
+                isReleasing ? inverse._pieces.front().getHolds() : Shadows{});
+}
+
+OperationUPtr invertSetProperty(const SetPropertyOperation& operation)
+{
+    return std::make_unique<SetPropertyOperation>(operation.getNodeAddress(), operation.getOperandType(),
+                                                  operation.getPropertyID(), operation.getSharedNewValue(),
+                                                  operation.getSharedOldValue());
+}
+
+OperationUPtr invertOnNode(const NodeOperand& operand, InsertedElements insertedElements)
+{
+    const HierarchicalOperation* operation = &operand._operation;
+    if (const auto* list = cast<ListOperation>(operation))
+    {
+        return invertList(*list, operand._shadows, insertedElements);
+    }
+    if (const auto* multirange = cast<ListMultirangeOperation>(operation))
+    {
+        return invertList(*multirange, operand._shadows, insertedElements);
+    }
+    if (const auto* map = cast<MapOperation>(operation))
+    {
+        return invertMap(*map, operand._shadows);
+    }
+    if (const auto* table = cast<TableOperation>(operation))
+    {
+        return visitWith<OperationUPtr>(
+            *table, [&](const auto& typed) { return invertTable(typed, operand, insertedElements); });
+    }
+    return invertSetProperty(cast<SetPropertyOperation>(*operation));
+}
+
+OperationUPtr invertOperand(const NodeOperand& operand, InsertedElements insertedElements)
+{
+    if (operand._shadows && operand._shadows->areForGood())
+    {
+        return std::make_unique<EmptyOperation>();
+    }
+    OperationUPtr inverse = invertOnNode(operand, insertedElements);
+    if (operand._shadows)
+    {
+        const unsigned long nodeDepth = operand._operation.getNodeAddress().getSize();
+        std::vector<DeadPlace> deadPlacesAbove = operand._shadows->_deadPlaces;
+        std::erase_if(deadPlacesAbove, [&](const DeadPlace& deadPlace) { return deadPlace._chunkIndex >= nodeDepth; });
+        inverse = addDeadPlaces(std::move(inverse), deadPlacesAbove);
+    }
+    return inverse;
+}
+
+/// Whatever isn't composite.
+OperationUPtr invertSingle(const Operation& operation, InsertedElements insertedElements)
+{
+    if (cast<EmptyOperation>(&operation))
+    {
+        return std::make_unique<EmptyOperation>();
+    }
+    return invertOperand(makeNodeOperand(operation), insertedElements);
+}
+
+OperationUPtr reverseParts(const CompositeOperation& composite)
+{
+    const std::vector<OperationUPtr>& parts = composite.getParts();
+    std::vector<OperationUPtr> reversals;
+    reversals.reserve(parts.size());
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part)
+    {
+        reversals.push_back(makeReversal(**part));
+    }
+    return makeOperationFromParts(std::move(reversals));
+}
+
+/// Each part is undone by an operation brought past the parts behind it, and past what undid these: since the slots of
+/// insertions stay, what undoes them doesn't simply cancel out.
+OperationUPtr undoParts(const CompositeOperation& composite, const BaseOperationTransformer& transformer)
+{
+    const std::vector<OperationUPtr>& parts = composite.getParts();
+    std::vector<OperationUPtr> undoings;
+    undoings.reserve(parts.size());
+    for (std::size_t index = parts.size(); index > 0; --index)
+    {
+        OperationUPtr undoing = makeUndo(*parts[index - 1], transformer);
+        for (std::size_t later = index; later < parts.size(); ++later)
+        {
+            undoing = transformer.include(*undoing, *parts[later], TieResolveCondition::SecondWins);
+        }
+        for (const OperationUPtr& undoingOfLater : undoings)
+        {
+            undoing = transformer.include(*undoing, *undoingOfLater, TieResolveCondition::SecondWins);
+        }
+        undoings.push_back(std::move(undoing));
+    }
+    return makeOperationFromParts(std::move(undoings));
+}
+
+} // namespace
+
+OperationUPtr makeReversal(const Operation& operation)
+{
+    const auto* composite = cast<CompositeOperation>(&operation);
+    OperationUPtr reversal =
+        composite ? reverseParts(*composite) : invertSingle(operation, InsertedElements::GoForGood);
+    reversal->inheritIDIfPossibleImpl(operation);
+    return reversal;
+}
+
+OperationUPtr makeUndo(const Operation& operation, const BaseOperationTransformer& transformer)
+{
+    if (const auto* composite = cast<CompositeOperation>(&operation))
+    {
+        return undoParts(*composite, transformer);
+    }
+    return invertSingle(operation, InsertedElements::AreMarked);
+}
+
+} // namespace Zem::CollaborationEngine

@@ -1,0 +1,140 @@
+#include "CE_MultirangeOperationUtils.h"
+
+#include "CE_ListSlots.h"
+
+#include "Util_Cast.h"
+
+#include <algorithm>
+
+namespace Zem::CollaborationEngine::MultirangeOperationUtils
+{
+
+namespace
+{
+
+template<class T>
+constexpr bool changesIndices = std::is_same_v<T, ListModificationOperation<InsertTag>> ||
+                                std::is_same_v<T, ListModificationOperation<RemoveTag>>;
+
+template<class T>
+void sortDescending(std::vector<T>& nestedOperations)
+{
+    std::stable_sort(nestedOperations.begin(), nestedOperations.end(), [](const T& left, const T& right)
+                     { return left.getRange().getBegin() > right.getRange().getBegin(); });
+}
+
+/// Whether two neighbours, the higher one first, can be one piece.
+template<class T>
+bool touch(const T& upper, const T& lower)
+{
+    const IndexRange<unsigned long>& range = lower.getRange();
+    const bool areInsertions = std::is_same_v<T, ListModificationOperation<InsertTag>>;
+    return (areInsertions ? range.getBegin() : range.getEnd()) == upper.getRange().getBegin();
+}
+
+template<class T>
+OperationUPtr tidy(ListMultirangeOperationImpl<T>& operation, bool keepsPieceBorders)
+{
+    std::vector<T>& nestedOperations = operation.getNestedOperations();
+    sortDescending(nestedOperations);
+    const auto neighbours = std::adjacent_find(nestedOperations.begin(), nestedOperations.end(), &touch<T>);
+    if (keepsPieceBorders || neighbours == nestedOperations.end())
+    {
+        return nullptr;
+    }
+    SlotOperations slots;
+    slots.push_back(describeSlots(operation, nullptr));
+    OperationUPtr joined = makeOperationsOnSlots(operation, slots);
+    joined->inheritIDIfPossibleImpl(operation);
+    return joined;
+}
+
+OperationUPtr tidyMultirange(OperationUPtr operation, bool keepsPieceBorders)
+{
+    OperationUPtr joined = visitWith<OperationUPtr>(cast<ListMultirangeOperation>(*operation), [&](auto& multirange)
+                                                    { return tidy(multirange, keepsPieceBorders); });
+    return joined ? std::move(joined) : std::move(operation);
+}
+
+/// Takes the pieces of `next` into `operation`, if the two can be carried out as one: they are of one kind, came from one
+/// operation, and the places of `next` are the same before and after `operation`.
+template<class T>
+bool takeIn(ListMultirangeOperationImpl<T>& operation, ListMultirangeOperation& next)
+{
+    auto* sameKind = cast<ListMultirangeOperationImpl<T>>(&next);
+    if (!sameKind || sameKind->getID() != operation.getID() || sameKind->getOperandType() != operation.getOperandType() ||
+        !(sameKind->getNodeAddress() == operation.getNodeAddress()))
+    {
+        return false;
+    }
+    std::vector<T>& pieces = operation.getNestedOperations();
+    std::vector<T>& nextPieces = sameKind->getNestedOperations();
+    if (changesIndices<T>)
+    {
+        const IndexRange<unsigned long>& highest = nextPieces.front().getRange();
+        const bool isInsertion = std::is_same_v<T, ListModificationOperation<InsertTag>>;
+        if ((isInsertion ? highest.getBegin() : highest.getEnd()) > pieces.back().getRange().getBegin())
+        {
+            return false;
+        }
+    }
+    std::move(nextPieces.begin(), nextPieces.end(), std::back_inserter(pieces));
+    return true;
+}
+
+bool takeInNext(Operation& operation, Operation& next)
+{
+    auto* multirange = cast<ListMultirangeOperation>(&operation);
+    auto* nextMultirange = cast<ListMultirangeOperation>(&next);
+    return multirange && nextMultirange &&
+           visitWith<bool>(*multirange, [&](auto& single) { return takeIn(single, *nextMultirange); });
+}
+
+OperationUPtr mergeParts(CompositeOperation& composite, bool keepsPieceBorders)
+{
+    std::vector<OperationUPtr> merged;
+    for (OperationUPtr& part : composite.getParts())
+    {
+        if (cast<EmptyOperation>(part.get()))
+        {
+            continue;
+        }
+        if (merged.empty() || !takeInNext(*merged.back(), *part))
+        {
+            merged.push_back(std::move(part));
+        }
+    }
+    for (OperationUPtr& part : merged)
+    {
+        part = mergeOperations(std::move(part), keepsPieceBorders);
+    }
+    if (merged.size() == 1)
+    {
+        return std::move(merged.front());
+    }
+    auto result = std::make_unique<CompositeOperation>(std::move(merged), composite.bringsShadowedAlong());
+    result->inheritIDIfPossibleImpl(composite);
+    return result;
+}
+
+} // namespace
+
+OperationUPtr mergeOperations(OperationUPtr operation, bool keepsPieceBorders)
+{
+    if (cast<ListMultirangeOperation>(operation.get()))
+    {
+        return tidyMultirange(std::move(operation), keepsPieceBorders);
+    }
+    if (auto* composite = cast<CompositeOperation>(operation.get()))
+    {
+        const auto isMultirange = [](const OperationUPtr& part)
+        { return cast<ListMultirangeOperation>(part.get()) != nullptr; };
+        if (std::any_of(composite->getParts().begin(), composite->getParts().end(), isMultirange))
+        {
+            return mergeParts(*composite, keepsPieceBorders);
+        }
+    }
+    return operation;
+}
+
+} // namespace Zem::CollaborationEngine::MultirangeOperationUtils

@@ -1,0 +1,111 @@
+#include "CE_NodeOperands.h"
+
+#include "Util_Cast.h"
+
+#include <algorithm>
+
+namespace Zem::CollaborationEngine
+{
+
+namespace
+{
+
+std::unique_ptr<AtomicOperation> cloneAtomic(const AtomicOperation& operation)
+{
+    std::unique_ptr<AtomicOperation> clone;
+    operation.cloneTo(clone);
+    return clone;
+}
+
+} // namespace
+
+NodeOperand makeNodeOperand(const Operation& operation)
+{
+    if (const auto* shadowed = cast<ShadowedOperation>(&operation))
+    {
+        return NodeOperand{cast<HierarchicalOperation>(shadowed->getOriginal()), &shadowed->getShadows()};
+    }
+    return NodeOperand{cast<HierarchicalOperation>(operation)};
+}
+
+OperationUPtr cloneOperand(const NodeOperand& operand)
+{
+    if (!operand._shadows)
+    {
+        return cloneOperation(operand._operation);
+    }
+    return std::make_unique<ShadowedOperation>(cloneAtomic(operand._operation), *operand._shadows);
+}
+
+Shadows takeOwnShadows(const NodeOperand& operand)
+{
+    if (!operand._shadows)
+    {
+        return Shadows{};
+    }
+    const unsigned long nodeDepth = operand._operation.getNodeAddress().getSize();
+    Shadows ownShadows = *operand._shadows;
+    std::erase_if(ownShadows._deadPlaces,
+                  [&](const DeadPlace& deadPlace) { return deadPlace._chunkIndex < nodeDepth; });
+    return ownShadows;
+}
+
+OperationUPtr cloneWithoutShadowsAbove(const NodeOperand& operand)
+{
+    if (!operand._shadows)
+    {
+        return cloneOperation(operand._operation);
+    }
+    return applyShadows(cloneAtomic(operand._operation), takeOwnShadows(operand));
+}
+
+OperationUPtr addDeadPlaces(OperationUPtr operation, const std::vector<DeadPlace>& deadPlaces)
+{
+    if (deadPlaces.empty())
+    {
+        return operation;
+    }
+    if (auto* composite = cast<CompositeOperation>(operation.get()))
+    {
+        for (OperationUPtr& part : composite->getParts())
+        {
+            part = addDeadPlaces(std::move(part), deadPlaces);
+        }
+    }
+    else if (auto* shadowed = cast<ShadowedOperation>(operation.get()))
+    {
+        std::vector<DeadPlace>& own = shadowed->getShadows()._deadPlaces;
+        own.insert(own.end(), deadPlaces.begin(), deadPlaces.end());
+    }
+    else if (auto* atomic = cast<AtomicOperation>(operation.get()))
+    {
+        return std::make_unique<ShadowedOperation>(cloneAtomic(*atomic), Shadows{deadPlaces});
+    }
+    return operation;
+}
+
+OperationUPtr applyShadows(std::unique_ptr<AtomicOperation> operation, Shadows shadows)
+{
+    if (shadows.areForGood())
+    {
+        return operation;
+    }
+    return std::make_unique<ShadowedOperation>(std::move(operation), std::move(shadows));
+}
+
+unsigned long countDeadPlaces(const Operation& operation)
+{
+    if (const auto* composite = cast<CompositeOperation>(&operation))
+    {
+        unsigned long fewest = ~0ul;
+        for (const OperationUPtr& part : composite->getParts())
+        {
+            fewest = std::min(fewest, countDeadPlaces(*part));
+        }
+        return fewest;
+    }
+    const auto* shadowed = cast<ShadowedOperation>(&operation);
+    return shadowed ? shadowed->getShadows()._deadPlaces.size() : 0;
+}
+
+} // namespace Zem::CollaborationEngine

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "CE_OperationExecutor.h"
+
+namespace Zem::CollaborationEngine
+{
+
+/// Owns the flow of an operation: unpacking, executing, reversing, the after-document-action signal.
+///
+/// A composite operation runs part by part. If any part is changed, what really happened is again a composite: of
+/// copies of the parts that ran as they stand, and of what the others became. A changed operation takes over the id of
+/// the one that came in. Empty and shadowed operations do nothing.
+///
+/// The signal is raised once for each operation handed in, in both directions, after the document has changed.
+class ZEM_EXPORT BaseOperationExecutor : public OperationExecutor, public ChangedOperationExecutor
+{
+public:
+    /// Fails: "_atomicExecutor" when that is null. `transformer` is shared with whoever made it.
+    BaseOperationExecutor(std::unique_ptr<AtomicOperationExecutor> atomicExecutor,
+                          std::shared_ptr<BaseOperationTransformer> transformer);
+    ~BaseOperationExecutor() override;
+
+    BaseOperationExecutor(const BaseOperationExecutor&) = delete;
+    BaseOperationExecutor& operator=(const BaseOperationExecutor&) = delete;
+
+    bool executeAndChangeIfNeeded(Operation& operation, OperationUPtr& changedOp) override;
+    void reverse(Operation& operation) override;
+    AfterDocumentActionSignal& getAfterDocumentActionSignal() override;
+    bool executeAndChangeIfNeededChangedOp(Operation& operation, OperationUPtr& changedOp) override;
+
+    /// While one lives, no after-document-action signal is raised. Guards nest.
+    class ZEM_EXPORT SetSilentModeGuard
+    {
+    public:
+        explicit SetSilentModeGuard(BaseOperationExecutor& executor);
+        SetSilentModeGuard(const SetSilentModeGuard&) = delete;
+        SetSilentModeGuard& operator=(const SetSilentModeGuard&) = delete;
+        ~SetSilentModeGuard();
+
+    private:
+        BaseOperationExecutor& _executor;
+    };
+
+    SetSilentModeGuard getSetSilentModeGuard();
+
+    const std::shared_ptr<BaseOperationTransformer>& getTransformer() const
+    {
+        return _transformer;
+    }
+
+private:
+    bool run(Operation& operation, OperationUPtr& changedOp);
+    bool runParts(CompositeOperation& composite, OperationUPtr& changedOp);
+    void takeBack(Operation& operation);
+    void raiseSignal();
+
+    std::unique_ptr<AtomicOperationExecutor> _atomicExecutor;
+    std::shared_ptr<BaseOperationTransformer> _transformer;
+    std::unique_ptr<AfterDocumentActionSignal> _signal;
+    unsigned int _silentGuardsCount = 0;
+};
+
+} // namespace Zem::CollaborationEngine

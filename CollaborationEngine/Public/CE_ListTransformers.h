@@ -1,0 +1,35 @@
+#pragma once
+
+/// The transformers of nodes that are lists.
+
+#include "CE_AncestorCollectionModificationTransformer.h"
+#include "CE_NodePositionTransformer.h"
+#include "CE_SameNodeTransformer.h"
+
+namespace Zem::CollaborationEngine
+{
+
+/// Brings operations on a list past each other.
+class ZEM_EXPORT ListSameNodeTransformer final : public SameNodeTransformer
+{
+public:
+    OperationUPtr include(const NodeOperand& first, const NodeOperand& second,
+                          TieResolveCondition tieResolveCondition) const override;
+};
+
+/// Brings addresses below a list past operations on it.
+class ZEM_EXPORT AncestorListModificationTransformer final : public AncestorCollectionModificationTransformer
+{
+public:
+    AddressChange include(OperationNodeAddress& address, const HierarchicalOperation& modification) const override;
+};
+
+/// Moves positions across operations on a list.
+class ZEM_EXPORT ListNodePositionTransformer final : public NodePositionTransformer
+{
+public:
+    void include(const HierarchicalOperation& operation, NodeAddressWithTransformationData& position) const override;
+    void exclude(const HierarchicalOperation& operation, NodeAddressWithTransformationData& position) const override;
+};
+
+} // namespace Zem::CollaborationEngine

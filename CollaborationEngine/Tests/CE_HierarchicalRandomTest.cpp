@@ -1,0 +1,193 @@
+// Random histories on a document with every kind of node. In each round two sites change the document at once; each also
+// undoes operations of the past, brought past all that came after them.
+
+#include "CE_InverseOperation.h"
+#include "OperationNotation.h"
+#include "RandomTreeOperations.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace Zem::CollaborationEngine::Testing
+{
+
+namespace
+{
+
+using History = std::vector<OperationUPtr>;
+
+struct Site
+{
+    TreeDocument _document;
+    History _operations;
+};
+
+class Rounds
+{
+public:
+    explicit Rounds(unsigned long seed)
+        : _operations(seed)
+    {
+    }
+
+    /// Fails the test where something doesn't hold. Returns the number of operations that were made.
+    unsigned long run()
+    {
+        for (unsigned long round = 0; round < 4 && !testing::Test::HasFailure(); ++round)
+        {
+            runRound();
+        }
+        return _nextId;
+    }
+
+    /// All operations in the order in which they were executed, for messages of failures.
+    const std::string& getScript() const
+    {
+        return _script;
+    }
+
+private:
+    void runRound()
+    {
+        _script += "round\n";
+        Site one{_document, {}};
+        Site other{_document, {}};
+        change(one, 0);
+        _script += "other site\n";
+        change(other, 1);
+        const auto tie = _operations.below(2) == 0 ? TieResolveCondition::FirstWins : TieResolveCondition::SecondWins;
+        const CompositeOperation oneAll(clone(one._operations));
+        const CompositeOperation otherAll(clone(other._operations));
+        OperationUPtr oneAfter = _transformer->include(oneAll, otherAll, tie);
+        OperationUPtr otherAfter = _transformer->include(otherAll, oneAll, getOpposite(tie));
+        _script += "other's past one's, then one's past other's\n";
+        Site mergedOne{one._document, {}};
+        execute(mergedOne, std::move(otherAfter));
+        Site mergedOther{other._document, {}};
+        execute(mergedOther, std::move(oneAfter));
+        EXPECT_TRUE(mergedOne._document == mergedOther._document)
+            << toString(mergedOne._document) << "\n\n" << toString(mergedOther._document);
+        checkReversal(one, mergedOne);
+        _document = mergedOne._document;
+        append(_history, one._operations);
+        append(_history, mergedOne._operations);
+    }
+
+    void change(Site& site, unsigned long parity)
+    {
+        for (unsigned long count = _operations.below(3) + 1; count > 0; --count)
+        {
+            OperationUPtr operation = _operations.below(2) == 0 ? makeUndoOfPast(site, parity) : nullptr;
+            execute(site, operation ? std::move(operation) : _operations.make(site._document));
+        }
+    }
+
+    /// The sites undo different operations.
+    OperationUPtr makeUndoOfPast(const Site& site, unsigned long parity)
+    {
+        if (_history.empty())
+        {
+            return nullptr;
+        }
+        const unsigned long chosen = _operations.below(_history.size());
+        if (chosen % 2 != parity || _areUndone.count(chosen) != 0)
+        {
+            return nullptr;
+        }
+        _areUndone[chosen] = true;
+        OperationUPtr undo = makeUndo(*_history[chosen], *_transformer);
+        for (unsigned long index = chosen + 1; index < _history.size(); ++index)
+        {
+            undo = _transformer->include(*undo, *_history[index], TieResolveCondition::SecondWins);
+        }
+        for (const OperationUPtr& own : site._operations)
+        {
+            undo = _transformer->include(*undo, *own, TieResolveCondition::SecondWins);
+        }
+        return undo;
+    }
+
+    void execute(Site& site, OperationUPtr operation)
+    {
+        operation->setIDIfNeeded(_nextId);
+        _script += describe(*operation) + "\n";
+        BaseOperationExecutor executor(std::make_unique<TreeExecutor>(site._document), _transformer);
+        OperationUPtr changedOp;
+        EXPECT_FALSE(executor.executeAndChangeIfNeeded(*operation, changedOp));
+        site._operations.push_back(std::move(operation));
+    }
+
+    /// Takes all back, newest first.
+    void checkReversal(const Site& first, const Site& second)
+    {
+        TreeDocument document = second._document;
+        BaseOperationExecutor executor(std::make_unique<TreeExecutor>(document), _transformer);
+        for (const Site* site : {&second, &first})
+        {
+            for (auto operation = site->_operations.rbegin(); operation != site->_operations.rend(); ++operation)
+            {
+                executor.reverse(**operation);
+            }
+        }
+        EXPECT_TRUE(document == _document) << toString(document) << "\n\n" << toString(_document);
+    }
+
+    static History clone(const History& operations)
+    {
+        History clones;
+        for (const OperationUPtr& operation : operations)
+        {
+            clones.push_back(cloneOperation(*operation));
+        }
+        return clones;
+    }
+
+    static void append(History& history, const History& operations)
+    {
+        for (OperationUPtr& operation : clone(operations))
+        {
+            history.push_back(std::move(operation));
+        }
+    }
+
+    RandomTreeOperations _operations;
+    std::string _script;
+    std::shared_ptr<HierarchicalOperationTransformer> _transformer = makeTreeTransformer();
+    TreeDocument _document = makeTreeDocument();
+    History _history;
+    std::map<unsigned long, bool> _areUndone;
+    unsigned long _nextId = 1;
+};
+
+} // namespace
+
+TEST(HierarchicalRandom, TwoSitesMeetAndCanGoBack)
+{
+    const char* longRun = std::getenv("COLLABORATION_ENGINE_LONG_TESTS");
+    const char* firstSeed = std::getenv("COLLABORATION_ENGINE_SEED");
+    const unsigned long begin = firstSeed ? std::stoul(firstSeed) : 1;
+    const unsigned long count = firstSeed ? 1 : (longRun ? 400000 : 20000);
+    unsigned long operationsCount = 0;
+    for (unsigned long seed = begin; seed < begin + count && !HasFailure(); ++seed)
+    {
+        SCOPED_TRACE("COLLABORATION_ENGINE_SEED=" + std::to_string(seed));
+        Rounds rounds(seed);
+        try
+        {
+            operationsCount += rounds.run();
+        }
+        catch (const std::exception& error)
+        {
+            ADD_FAILURE() << error.what();
+        }
+        if (HasFailure())
+        {
+            ADD_FAILURE() << rounds.getScript();
+        }
+    }
+    std::cout << "  " << count << " histories, " << operationsCount << " operations\n";
+}
+
+} // namespace Zem::CollaborationEngine::Testing
