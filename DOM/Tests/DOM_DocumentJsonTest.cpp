@@ -1,0 +1,239 @@
+#include "DOM_DocumentJson.h"
+#include "DOM_Blocks.h"
+#include "DOM_CheckInvariants.h"
+#include "DOM_Runs.h"
+#include "DOM_TestDocuments.h"
+
+#include "TS_Assertions.h"
+
+#include <cstddef>
+#include <random>
+#include <string>
+
+namespace Zem::DOM::Tests
+{
+
+namespace
+{
+
+/// What was wrong with a document's text; empty if nothing.
+std::string getError(const std::string& json)
+{
+    try
+    {
+        const Document document = fromJson(json);
+        const std::vector<std::string> problems = checkInvariants(document);
+        EXPECT_EQ(std::vector<std::string>(), problems) << json;
+        EXPECT_TRUE(fromJson(toJson(document)) == document) << json;
+        return {};
+    }
+    catch (const std::runtime_error& error)
+    {
+        return error.what()[0] == '\0' ? "an error without a text" : error.what();
+    }
+    catch (const AssertionFailure& failure)
+    {
+        return failure.what();
+    }
+}
+
+std::string replaceFirst(std::string text, const std::string& from, const std::string& to)
+{
+    const std::size_t begin = text.find(from);
+    EXPECT_NE(std::string::npos, begin) << from;
+    return text.replace(begin, from.size(), to);
+}
+
+const std::string& getDocumentJson()
+{
+    static const std::string json = toJson(makeDocument());
+    return json;
+}
+
+const Run& getRun(const Document& document, std::size_t index)
+{
+    const auto& blocks = document.getTextWithTombstones().getBlocks();
+    return *static_cast<const Paragraph&>(*blocks.front()).getRuns().at(index);
+}
+
+} // namespace
+
+TEST(DocumentJson, GivesBackAnEqualDocument)
+{
+    const Document document = makeDocument();
+    EXPECT_TRUE(fromJson(toJson(document)) == document);
+    EXPECT_TRUE(fromJson(toJson(Document())) == Document());
+}
+
+TEST(DocumentJson, GivesBackAnEqualTextAndTable)
+{
+    const SharedObjectFactory factory;
+    const TextWithTombstones text = makeText(factory);
+    EXPECT_TRUE(textFromJson(toJson(text)) == text);
+    Table table(3, 4);
+    table.getOrCreateCell(RowIndex(1), ColumnIndex(2)).getTextWithTombstones() = makeText(factory);
+    EXPECT_TRUE(tableFromJson(toJson(table)) == table);
+}
+
+TEST(DocumentJson, InternsTheStylesThatItReads)
+{
+    Document document = makeDocument();
+    // An equal style of another origin, which is written a second time.
+    auto& paragraph = static_cast<Paragraph&>(*document.getTextWithTombstones().getBlocks().front());
+    auto& style = paragraph.getRuns()[1]->getSharedStyle();
+    style.reset(new SharedStyle<RunStyle>(style->get()));
+    ASSERT_NE(getRun(document, 0).getSharedStyle(), getRun(document, 1).getSharedStyle());
+
+    const Document read = fromJson(toJson(document));
+    EXPECT_TRUE(read == document);
+    const auto& readStyle = getRun(read, 0).getSharedStyle();
+    EXPECT_EQ(readStyle, getRun(read, 1).getSharedStyle());
+    EXPECT_EQ(readStyle, read.getSharedObjectFactory().create(readStyle->get()));
+}
+
+TEST(DocumentJson, KeepsBytesThatAreNoWholeCharacter)
+{
+    Document document;
+    document.getTextWithTombstones().getBlocks().push_back(makeParagraph(std::string("\xC3\0\x9F\xFF", 4)));
+    EXPECT_TRUE(fromJson(toJson(document)) == document);
+}
+
+// Documents from strangers.
+
+TEST(DocumentJson, RefusesEveryTruncation)
+{
+    const std::string& json = getDocumentJson();
+    const std::size_t step = 1 + json.size() / 1500;
+    for (std::size_t size = 0; size < json.size(); size += step)
+    {
+        EXPECT_NE("", getError(json.substr(0, size))) << size;
+    }
+    EXPECT_NE("", getError(json.substr(0, json.size() - 1)));
+}
+
+TEST(DocumentJson, RefusesOtherJson)
+{
+    for (const char* text : {"", " ", "{}", "[]", "null", "1", "\"\"", "{\"_text\":null}", "{\"_text\":[]}", "{}{}"})
+    {
+        EXPECT_NE("", getError(text)) << text;
+    }
+}
+
+TEST(DocumentJson, RefusesNestingWithoutBound)
+{
+    EXPECT_NE("", getError(std::string(10000000, '[')));
+    std::string shapes;
+    for (int index = 0; index < 100000; ++index)
+    {
+        shapes += R"({"_text":{"_blocks":[)";
+    }
+    EXPECT_NE("", getError(shapes));
+}
+
+TEST(DocumentJson, RefusesIdsThatWereNeverSeen)
+{
+    const std::string null = R"("_sharedStyle":{"id":0})";
+    EXPECT_EQ("Error while trying to deserialize a smart pointer. Could not find id 77",
+              getError(replaceFirst(getDocumentJson(), null, R"("_sharedStyle":{"id":77})")));
+}
+
+TEST(DocumentJson, RefusesNullBlocksAndRuns)
+{
+    const std::string json = toJson(Document());
+    EXPECT_EQ("Null block at place 0",
+              getError(replaceFirst(json, R"("_blocks":[])", R"("_blocks":[{"polymorphic_id":0}])")));
+    Document document;
+    document.getTextWithTombstones().getBlocks().push_back(std::make_unique<Paragraph>());
+    EXPECT_EQ("Null run at place 0",
+              getError(replaceFirst(toJson(document), R"("_runs":[])", R"("_runs":[{"polymorphic_id":0}])")));
+    Document commented;
+    commented.getComments().insert(Comment());
+    const std::string comments = toJson(commented);
+    const std::size_t place = comments.find(R"("_blocks":[])", comments.find("_comments"));
+    EXPECT_EQ("Null block at place 0",
+              getError(std::string(comments).replace(place, 12, R"("_blocks":[{"polymorphic_id":0}])")));
+}
+
+TEST(DocumentJson, RefusesTombstonesThatDoNotIncrease)
+{
+    const auto withRanges = [](const std::string& ranges)
+    {
+        Document document;
+        document.getTextWithTombstones().getBlocks().push_back(makeParagraph("0123456789"));
+        return replaceFirst(toJson(document), R"({"_tombstones":[]})", R"({"_tombstones":[)" + ranges + "]}");
+    };
+    const auto range = [](const std::string& begin, const std::string& end)
+    { return R"({"_begin":{"_value":)" + begin + R"(},"_end":{"_value":)" + end + "}}"; };
+
+    EXPECT_EQ("", getError(withRanges(range("1", "2"))));
+    EXPECT_EQ("_begin < _end", getError(withRanges(range("2", "2"))));
+    EXPECT_EQ("_begin < _end", getError(withRanges(range("2", "1"))));
+    EXPECT_NE("", getError(withRanges(range("4", "5") + "," + range("1", "2"))));
+    EXPECT_NE("", getError(withRanges(range("1", "5") + "," + range("2", "6"))));
+    EXPECT_NE("", getError(withRanges(range("-1", "5"))));
+}
+
+TEST(DocumentJson, RefusesTombstonesBehindMoreSlotsThanThereAre)
+{
+    const std::string json = toJson(Document());
+    const auto withRange = [&](const std::string& range)
+    { return getError(replaceFirst(json, R"({"_tombstones":[]})", R"({"_tombstones":[)" + range + "]}")); };
+    EXPECT_EQ("", withRange(R"({"_begin":{"_value":0},"_end":{"_value":1152921504606846976}})"));
+    EXPECT_EQ("The tombstones of a text need 1152921504606846976 live slots, there are 0",
+              withRange(R"({"_begin":{"_value":1152921504606846976},"_end":{"_value":1152921504606846977}})"));
+}
+
+TEST(DocumentJson, RefusesNumbersThatAreTooBig)
+{
+    const std::string key = R"("_columnsCount":{"hasValue":true,"value":2})";
+    for (const char* number : {"256", "-1", "1152921504606846976", "1e300", "\"2\"", "null", "2.5"})
+    {
+        EXPECT_NE("",
+                  getError(replaceFirst(getDocumentJson(), key,
+                                        std::string(R"("_columnsCount":{"hasValue":true,"value":)") + number + "}")))
+            << number;
+    }
+}
+
+namespace
+{
+
+/// Changes a few bytes, or copies a stretch over another.
+std::string mutate(std::string json, std::mt19937_64& random)
+{
+    static const std::string interesting = "0123456789-\"{}[]:,.eE\\ntrue_";
+    const auto pick = [&](std::size_t count)
+    { return std::uniform_int_distribution<std::size_t>(0, count - 1)(random); };
+    for (std::size_t count = 1 + pick(3); count > 0; --count)
+    {
+        const std::size_t place = pick(json.size());
+        if (pick(4) == 0)
+        {
+            const std::size_t from = pick(json.size());
+            json.replace(place, pick(40), json.substr(from, pick(40)));
+            continue;
+        }
+        json[place] = interesting[pick(interesting.size())];
+    }
+    return json;
+}
+
+} // namespace
+
+TEST(DocumentJson, ReadsOrRefusesWhatIsDamaged)
+{
+    const std::string& json = getDocumentJson();
+    const std::uint64_t seed = 20240229;
+    std::mt19937_64 random(seed);
+    int readCount = 0;
+    for (int count = 0; count < 1500; ++count)
+    {
+        SCOPED_TRACE("seed " + std::to_string(seed) + ", document " + std::to_string(count));
+        readCount += getError(mutate(json, random)).empty() ? 1 : 0;
+    }
+    // Where the damage lies inside a text or a number, the document is a good one.
+    EXPECT_GT(readCount, 0);
+    EXPECT_LT(readCount, 1500);
+}
+
+} // namespace Zem::DOM::Tests
