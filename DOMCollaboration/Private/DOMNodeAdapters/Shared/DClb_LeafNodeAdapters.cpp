@@ -1,0 +1,20 @@
+#include "DOMNodeAdapters/Shared/DClb_LeafNodeAdapters.h"
+
+namespace Zem::DOMCollaboration
+{
+
+ZEM_INSTANTIATE_SHARED_NODE_ADAPTER(GenericSectionTagNodeAdapter)
+ZEM_INSTANTIATE_SHARED_NODE_ADAPTER(GenericCommentNodeAdapter)
+ZEM_INSTANTIATE_SHARED_NODE_ADAPTER(GenericNoteNodeAdapter)
+ZEM_INSTANTIATE_SHARED_NODE_ADAPTER(GenericTextStyleNodeAdapter)
+ZEM_INSTANTIATE_SHARED_NODE_ADAPTER(GenericTableStyleNodeAdapter)
+ZEM_INSTANTIATE_SHARED_NODE_ADAPTER(GenericFrameNodeAdapter)
+ZEM_INSTANTIATE_SHARED_NODE_ADAPTER(GenericConditionalFormatNodeAdapter)
+ZEM_INSTANTIATE_SHARED_NODE_ADAPTER(GenericDocumentPropsNodeAdapter)
+
+template class GenericAtomicBlockNodeAdapter<OperationNodeAddressTag, unsigned long, DOM::FieldBlock, true>;
+template class GenericAtomicBlockNodeAdapter<OperationNodeAddressTag, unsigned long, DOM::FieldBlock, false>;
+template class GenericAtomicBlockNodeAdapter<NativeNodeAddressTag, NativeDOMNodeType, DOM::FieldBlock, true>;
+template class GenericAtomicBlockNodeAdapter<NativeNodeAddressTag, NativeDOMNodeType, DOM::FieldBlock, false>;
+
+} // namespace Zem::DOMCollaboration

@@ -1,0 +1,94 @@
+#pragma once
+
+/// What the executors of set-property operations do alike, so that each of them is the table of its properties.
+
+#include "DClb_ElementPathUtils.h"
+#include "DClb_NodeOperationExecutor.h"
+#include "DClb_NodeTypes.h"
+
+#include "CE_SetPropertyOperation.h"
+
+#include "Util_Assert.h"
+
+#include <memory>
+#include <utility>
+
+namespace Zem::DOMCollaboration
+{
+
+/// An executor of set-property operations that are never changed: execution and reverse differ in the value alone.
+/// `Observer` is the interface of the observer that it tells.
+template<OperationDOMNodeType nodeType, class Observer>
+class SetPropertyOperationExecutor : public NodeOperationExecutor
+{
+public:
+    SetPropertyOperationExecutor(const std::shared_ptr<DocumentAdapterWithNodeAdapter>& dom,
+                                 std::weak_ptr<Observer> observer)
+        : NodeOperationExecutor(dom)
+        , _observer(std::move(observer))
+    {
+    }
+
+    unsigned long getNodeType() const final
+    {
+        return convertOperationNodeType(nodeType);
+    }
+
+    bool executeAndChangeIfNeeded(CollaborationEngine::HierarchicalOperation& operation,
+                                  CollaborationEngine::OperationUPtr&) final
+    {
+        applyValue(operation, false);
+        return false;
+    }
+
+    void reverse(CollaborationEngine::HierarchicalOperation& operation) final
+    {
+        applyValue(operation, true);
+    }
+
+protected:
+    /// The observer, locked; null if it is gone.
+    std::shared_ptr<Observer> lockObserver() const
+    {
+        return _observer.lock();
+    }
+
+    static const CollaborationEngine::DataValue& chooseValue(const CollaborationEngine::SetPropertyOperation& operation,
+                                                             bool useOldValue)
+    {
+        return useOldValue ? operation.getOldValue() : operation.getNewValue();
+    }
+
+private:
+    /// Sets the old or the new value, and tells the observer.
+    virtual void applyValue(const CollaborationEngine::HierarchicalOperation& operation, bool useOldValue) = 0;
+
+    std::weak_ptr<Observer> _observer;
+};
+
+/// The same for nodes of a text, which the document and the observer know by their native addresses.
+///
+/// Fails: "operation.getOperandType() == convertOperationNodeType(getNodeType())", "setPropsOperation".
+template<OperationDOMNodeType nodeType, class Observer>
+class TextNodePropertyExecutor : public SetPropertyOperationExecutor<nodeType, Observer>
+{
+public:
+    using SetPropertyOperationExecutor<nodeType, Observer>::SetPropertyOperationExecutor;
+
+private:
+    /// Sets the value on the node at `address`, and tells the observer.
+    virtual void apply(const DOM::NativeNodeAddress& address, unsigned long propertyId,
+                       const CollaborationEngine::DataValue& value) = 0;
+
+    void applyValue(const CollaborationEngine::HierarchicalOperation& operation, bool useOldValue) final
+    {
+        this->requireOwnOperandType(operation);
+        const auto* setPropsOperation = cast<CollaborationEngine::SetPropertyOperation>(&operation);
+        ZEM_ASSERT(setPropsOperation);
+        const DOM::NativeNodeAddress address =
+            ElementPathUtils::convertNodeAddress(std::as_const(this->getDomAdapter()), operation.getNodeAddress());
+        apply(address, setPropsOperation->getPropertyID(), this->chooseValue(*setPropsOperation, useOldValue));
+    }
+};
+
+} // namespace Zem::DOMCollaboration

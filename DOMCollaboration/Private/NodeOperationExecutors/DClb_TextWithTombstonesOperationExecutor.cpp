@@ -1,0 +1,331 @@
+#include "NodeOperationExecutors/DClb_TextWithTombstonesOperationExecutor.h"
+
+#include "DClb_NodeTypes.h"
+#include "DClb_Utils.h"
+#include "Text/DClb_TextBusinessRules.h"
+#include "Text/DClb_TextContents.h"
+#include "Text/DClb_TextEditing.h"
+
+#include "Util_Assert.h"
+#include "Util_Cast.h"
+#include "Util_Visitor.h"
+
+namespace Zem::DOMCollaboration
+{
+
+using namespace CollaborationEngine;
+using TextBusinessRules::BusinessLogicValidationResult;
+using TextBusinessRules::TextSurroundings;
+
+namespace
+{
+
+template<class Tag>
+using MultirangeOf = ListMultirangeOperationImpl<ListModificationOperation<Tag>>;
+using LeaveTombstonesOperation = ListMultirangeOperationImpl<ListLeaveTombstonesOperation>;
+
+const DOM::Blocks& getBlocks(const TextWithTombstonesInfo& info)
+{
+    return info.getAdapter().getTextWithTombstones().getBlocks();
+}
+
+const CollaborationUtils::TombstonesStorage& getTombstones(const TextWithTombstonesInfo& info)
+{
+    return info.getAdapter().getTextWithTombstones().getTombstones();
+}
+
+bool refuse(OperationUPtr& changedOp)
+{
+    changedOp = std::make_unique<EmptyOperation>();
+    return true;
+}
+
+/// Repairs the data of each range, and returns whether any range changed.
+bool fixBusinessLogicForInsertion(RangeInfos& ranges, const DOM::Blocks& blocks)
+{
+    bool isChanged = false;
+    for (RangeInfo& range : ranges)
+    {
+        IndexExcludingTombstones startIndex = range.getStartIndex();
+        if (!TextBusinessRules::fixBusinessLogicForInsertion(range._data, startIndex,
+                                                             TextSurroundings(blocks, range.getAnchor())))
+        {
+            continue;
+        }
+        isChanged = true;
+        ZEM_ASSERT_MESSAGE(startIndex == range.getStartIndex() || (startIndex + 1) == range.getStartIndex(),
+                           "startIndex == rangeInfo.getStartIndex() || (startIndex + 1) == rangeInfo.getStartIndex()");
+        if (startIndex != range.getStartIndex())
+        {
+            range.setStartIndex(startIndex);
+        }
+        range.setSize(range._data.size());
+    }
+    return isChanged;
+}
+
+/// The judgement of all ranges, each on the document as it is; the first that is invalid decides.
+template<class Judge>
+BusinessLogicValidationResult judgeRanges(RangeInfos& ranges, const DOM::Blocks& blocks, Judge judge)
+{
+    for (RangeInfo& range : ranges)
+    {
+        const TextSurroundings surroundings(blocks, range.getAnchor());
+        if (judge(range, surroundings) == BusinessLogicValidationResult::Invalid)
+        {
+            return BusinessLogicValidationResult::Invalid;
+        }
+    }
+    return BusinessLogicValidationResult::Valid;
+}
+
+BusinessLogicValidationResult fixBusinessLogicForRemoving(RangeInfos& ranges, const DOM::Blocks& blocks)
+{
+    return judgeRanges(ranges, blocks,
+                       [](const RangeInfo& range, const TextSurroundings& surroundings) {
+                           return TextBusinessRules::fixBusinessLogicForRemoving(range.getStartIndex(),
+                                                                                 range.getEndIndex(), surroundings);
+                       });
+}
+
+BusinessLogicValidationResult fixBusinessLogicForRestoring(RangeInfos& ranges, const DOM::Blocks& blocks)
+{
+    return judgeRanges(
+        ranges, blocks,
+        [](const RangeInfo& range, const TextSurroundings& surroundings)
+        { return TextBusinessRules::fixBusinessLogicForRestoring(range._data, range.getStartIndex(), surroundings); });
+}
+
+bool isInvalid(BusinessLogicValidationResult result)
+{
+    switch (result)
+    {
+    case BusinessLogicValidationResult::Valid:
+        return false;
+    case BusinessLogicValidationResult::Invalid:
+        return true;
+    }
+    ZEM_FAIL("Unexpected BusinessLogicValidationResult value");
+}
+
+/// The insertion that really happens, of the repaired ranges that have elements left; each of these is from now on
+/// covered by its operation. Null when there are none.
+std::unique_ptr<MultirangeOf<InsertTag>> makeRepairedInsertion(const MultirangeOf<InsertTag>& operation,
+                                                               RangeInfos& ranges,
+                                                               const CollaborationUtils::TombstonesStorage& tombstones)
+{
+    std::vector<ListModificationOperation<InsertTag>> nestedOperations;
+    for (const RangeInfo& range : ranges)
+    {
+        if (range.getSize() == 0)
+        {
+            continue;
+        }
+        const unsigned long begin = tombstones.convertIndex(range.getStartIndex()).get();
+        nestedOperations.emplace_back(operation.getNodeAddress(), operation.getOperandType(),
+                                      makeSharedConst<TextWithTombstonesItems>(range._data),
+                                      IndexRange<unsigned long>::fromCount(begin, range.getSize()));
+    }
+    if (nestedOperations.empty())
+    {
+        return nullptr;
+    }
+    auto repaired = std::make_unique<MultirangeOf<InsertTag>>(std::move(nestedOperations));
+    auto nestedOperation = repaired->getNestedOperations().begin();
+    for (RangeInfo& range : ranges)
+    {
+        if (range.getSize() > 0)
+        {
+            range.setCurrentOperation(*nestedOperation++);
+        }
+    }
+    return repaired;
+}
+
+/// Brings the nested ranges of an insertion, each in the coordinates in which those after it aren't there yet, into the
+/// coordinates in which all are there (`add`), or back.
+void shiftNestedRanges(MultirangeOf<InsertTag>& operation, bool add)
+{
+    unsigned long nextRangesTotal = 0;
+    auto& nestedOperations = operation.getNestedOperations();
+    for (auto nestedOperation = nestedOperations.rbegin(); nestedOperation != nestedOperations.rend();
+         ++nestedOperation)
+    {
+        const unsigned long newBegin = nestedOperation->getRange().getBegin();
+        if (add)
+        {
+            nestedOperation->setBeginIndex(newBegin + nextRangesTotal);
+        }
+        else
+        {
+            ZEM_ASSERT(newBegin >= nextRangesTotal);
+            nestedOperation->setBeginIndex(newBegin - nextRangesTotal);
+        }
+        nextRangesTotal += nestedOperation->getRange().getCount();
+    }
+}
+
+/// Keeps the nested ranges of an insertion in common coordinates for as long as it lives, also when it is left early.
+class ShiftedNestedRanges
+{
+public:
+    explicit ShiftedNestedRanges(MultirangeOf<InsertTag>& operation)
+        : _operation(operation)
+    {
+        shiftNestedRanges(_operation, true);
+    }
+
+    ShiftedNestedRanges(const ShiftedNestedRanges&) = delete;
+    ShiftedNestedRanges& operator=(const ShiftedNestedRanges&) = delete;
+
+    ~ShiftedNestedRanges()
+    {
+        shiftNestedRanges(_operation, false);
+    }
+
+private:
+    MultirangeOf<InsertTag>& _operation;
+};
+
+} // namespace
+
+TextWithTombstonesOperationExecutor::TextWithTombstonesOperationExecutor(
+    std::shared_ptr<DocumentAdapterWithNodeAdapter> dom, std::weak_ptr<TextWithTombstonesChangedObserver> observer)
+    : NodeOperationExecutor(std::move(dom))
+    , _observer(std::move(observer))
+{
+}
+
+unsigned long TextWithTombstonesOperationExecutor::getNodeType() const
+{
+    return convertOperationNodeType(OperationDOMNodeType::TextWithTombstones);
+}
+
+bool TextWithTombstonesOperationExecutor::executeAndChangeIfNeeded(HierarchicalOperation& operation,
+                                                                   OperationUPtr& changedOp)
+{
+    return visitWith<bool>(
+        cast<ListMultirangeOperation>(operation),
+        [&](MultirangeOf<InsertTag>& insertion) { return insertData(insertion, changedOp); },
+        [](MultirangeOf<RemoveTag>&) -> bool { ZEM_FAIL("ListRemoveOperation shouldn't be executed ever"); },
+        [&](MultirangeOf<MarkAsRemovedTag>& marking) { return markDataAsRemoved(marking, changedOp); },
+        [&](MultirangeOf<RestoreTag>& restoring) { return restoreData(restoring, changedOp); },
+        [](LeaveTombstonesOperation&) { return false; });
+}
+
+void TextWithTombstonesOperationExecutor::reverse(HierarchicalOperation& operation)
+{
+    OperationUPtr changedOp;
+    const bool opChanged = visitWith<bool>(
+        cast<ListMultirangeOperation>(operation),
+        [&](MultirangeOf<InsertTag>& insertion)
+        {
+            removeData(insertion);
+            return false;
+        },
+        [](MultirangeOf<RemoveTag>&) -> bool { ZEM_FAIL("ListRemoveOperation shouldn't be executed ever"); },
+        [&](MultirangeOf<MarkAsRemovedTag>& marking) { return restoreData(marking, changedOp); },
+        [&](MultirangeOf<RestoreTag>& restoring) { return markDataAsRemoved(restoring, changedOp); },
+        [](LeaveTombstonesOperation&) { return false; });
+    ZEM_ASSERT(!opChanged && !changedOp);
+}
+
+bool TextWithTombstonesOperationExecutor::insertData(InsertOperation& operation, OperationUPtr& changedOp)
+{
+    TextWithTombstonesInfo info = getTextWithTombstonesInfo(getDomAdapter(), operation.getNodeAddress());
+    if (!shouldChangeDom(info, getTypeOfAddedData(operation)))
+    {
+        return refuse(changedOp);
+    }
+    RangeInfos ranges = makeRangesToFill(operation, getTombstones(info));
+    const bool isChanged = fixBusinessLogicForInsertion(ranges, getBlocks(info));
+    if (isChanged)
+    {
+        changedOp = makeRepairedInsertion(operation, ranges, getTombstones(info));
+        if (!changedOp)
+        {
+            return refuse(changedOp);
+        }
+    }
+    applyInsertion(info, ranges, SlotsChange::Insert);
+    return isChanged;
+}
+
+void TextWithTombstonesOperationExecutor::removeData(InsertOperation& operation)
+{
+    TextWithTombstonesInfo info = getTextWithTombstonesInfo(getDomAdapter(), operation.getNodeAddress());
+    {
+        const ShiftedNestedRanges shifted(operation);
+        RangeInfos ranges = makeRangesToEmpty(operation, getTombstones(info));
+        ZEM_ASSERT_MESSAGE(
+            fixBusinessLogicForRemoving(ranges, getBlocks(info)) == BusinessLogicValidationResult::Valid,
+            "fixBusinessLogicForRemoving(removeData, textWithTombstonesInfo.textWithTombstonesAdapter) == "
+            "BusinessLogicValidationResult::Valid");
+        applyRemoval(info, ranges, SlotsChange::Remove);
+        giveDataBack<InsertTag>(std::move(ranges));
+    }
+    Utils::clearCellIfNeeded(getDomAdapter(), info._nativeAddress);
+}
+
+template<class Tag>
+bool TextWithTombstonesOperationExecutor::markDataAsRemoved(
+    ListMultirangeOperationImpl<ListModificationOperation<Tag>>& operation, OperationUPtr& changedOp)
+{
+    TextWithTombstonesInfo info = getTextWithTombstonesInfo(getDomAdapter(), operation.getNodeAddress());
+    RangeInfos ranges = makeRangesToEmpty(operation, getTombstones(info));
+    if (isInvalid(fixBusinessLogicForRemoving(ranges, getBlocks(info))))
+    {
+        return refuse(changedOp);
+    }
+    applyRemoval(info, ranges, SlotsChange::MarkAsRemoved);
+    giveDataBack<Tag>(std::move(ranges));
+    return false;
+}
+
+template<class Tag>
+bool TextWithTombstonesOperationExecutor::restoreData(
+    ListMultirangeOperationImpl<ListModificationOperation<Tag>>& operation, OperationUPtr& changedOp)
+{
+    TextWithTombstonesInfo info = getTextWithTombstonesInfo(getDomAdapter(), operation.getNodeAddress());
+    if (!shouldChangeDom(info, getTypeOfAddedData(operation)))
+    {
+        return refuse(changedOp);
+    }
+    RangeInfos ranges = makeRangesToFill(operation, getTombstones(info));
+    requireTombstones(ranges, getTombstones(info));
+    if (isInvalid(fixBusinessLogicForRestoring(ranges, getBlocks(info))))
+    {
+        return refuse(changedOp);
+    }
+    applyInsertion(info, ranges, SlotsChange::Restore);
+    return false;
+}
+
+void TextWithTombstonesOperationExecutor::applyInsertion(TextWithTombstonesInfo& info, RangeInfos& ranges,
+                                                         SlotsChange change)
+{
+    const TextNotificationTarget target{info._nativeAddress, _observer};
+    GenericTextWithTombstonesWrapper<false> wrapper(info.getAdapter().getOrCreateTextWithTombstones(), target);
+    for (RangeInfo& range : ranges)
+    {
+        if (range.getSize() > 0)
+        {
+            insertRange(wrapper.getBlocks(), range);
+            changeSlots(wrapper.getTombstones(), range, change);
+        }
+    }
+}
+
+void TextWithTombstonesOperationExecutor::applyRemoval(TextWithTombstonesInfo& info, RangeInfos& ranges,
+                                                       SlotsChange change)
+{
+    const TextNotificationTarget target{info._nativeAddress, _observer};
+    GenericTextWithTombstonesWrapper<false> wrapper(info.getAdapter().getOrCreateTextWithTombstones(), target);
+    for (RangeInfo& range : ranges)
+    {
+        changeSlots(wrapper.getTombstones(), range, change);
+        extractRange(wrapper.getBlocks(), range);
+    }
+}
+
+} // namespace Zem::DOMCollaboration

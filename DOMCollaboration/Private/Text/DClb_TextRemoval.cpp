@@ -1,0 +1,239 @@
+// Taking flat elements out of the tree of a text, from the end of the range to its beginning. What stays behind of a
+// run or a paragraph whose beginning goes is kept aside, and joins what stands in front of the range at the end.
+
+#include "PlaneIndexUtils/DClb_TextWithTombstonesPositionUtils.h"
+#include "Text/DClb_TextEditing.h"
+#include "Text/DClb_TextMerging.h"
+
+#include "Util_Assert.h"
+#include "Util_Cast.h"
+
+#include <algorithm>
+
+namespace Zem::DOMCollaboration
+{
+
+namespace
+{
+
+class ElementsExtractor
+{
+public:
+    ElementsExtractor(const GenericBlockCollectionWrapper<false>& blocks, IndexExcludingTombstones beginIndex,
+                      IndexExcludingTombstones endIndex)
+        : _blocks(blocks)
+        , _remaining((endIndex - beginIndex).get())
+        , _isAtTextBegin(beginIndex.get() == 0)
+    {
+        _extracted.reserve(_remaining);
+    }
+
+    /// `lastPlace` is that of the last element of the range.
+    TextWithTombstonesElementVector extract(const PlanePlace& lastPlace)
+    {
+        _place = lastPlace;
+        while (_remaining > 0)
+        {
+            extractAtPlace();
+        }
+        mergeRest();
+        std::reverse(_extracted.begin(), _extracted.end());
+        return std::move(_extracted);
+    }
+
+private:
+    void extractAtPlace()
+    {
+        switch (_place._kind)
+        {
+        case PlaceKind::AtomicBlock:
+            return extractBlock();
+        case PlaceKind::ParaTag:
+            return extractParagraph();
+        case PlaceKind::ParaMark:
+            return extractMark();
+        case PlaceKind::AtomicRun:
+            return extractRun(getRuns());
+        case PlaceKind::TextRunTag:
+            return extractTextRunTag();
+        case PlaceKind::Char:
+            return extractBytes();
+        case PlaceKind::TextEnd:
+            break;
+        }
+        ZEM_FAIL("Unexpected rich text end");
+    }
+
+    void extractBlock()
+    {
+        DOM::Blocks removed = _blocks.removeElements(makeSingle(_place._blockIndex));
+        _extracted.push_back(SharedConstPtr<DOM::Block>(std::move(removed.front())));
+        --_remaining;
+        moveBeforeBlock();
+    }
+
+    void extractParagraph()
+    {
+        GenericRunCollectionWrapper<false> runs = getRuns();
+        if (runs.getSize() > 0)
+        {
+            const DOM::Runs& runsToMerge = _runsToMerge;
+            ZEM_ASSERT(runsToMerge.empty());
+            _runsToMerge = runs.removeElements(IndexRange<unsigned long>(0, runs.getSize()));
+        }
+        extractBlock();
+    }
+
+    /// The tree has no part of its own for a mark.
+    void extractMark()
+    {
+        _extracted.push_back(ParagraphMark());
+        --_remaining;
+        moveBeforeRun(_place._runIndex);
+    }
+
+    void extractRun(GenericRunCollectionWrapper<false> runs)
+    {
+        DOM::Runs removed = runs.removeElements(makeSingle(_place._runIndex));
+        _extracted.push_back(SharedConstPtr<DOM::Run>(std::move(removed.front())));
+        --_remaining;
+        moveBeforeRun(_place._runIndex);
+    }
+
+    void extractTextRunTag()
+    {
+        keepBytesFrom(0);
+        extractRun(getRuns());
+    }
+
+    void extractBytes()
+    {
+        const unsigned long bytesUpToHere = _place._byteIndex + 1;
+        if (_remaining <= bytesUpToHere)
+        {
+            return extractBytesOfRun(bytesUpToHere);
+        }
+        keepBytesFrom(bytesUpToHere);
+        extractWholeRun(bytesUpToHere);
+    }
+
+    /// The range begins inside this run, behind its tag.
+    void extractBytesOfRun(unsigned long bytesUpToHere)
+    {
+        GenericTextWrapper<false> text = getTextRun().getText();
+        const unsigned long runSize = text.getSize();
+        const unsigned long elementsToRemove = _remaining;
+        ZEM_ASSERT_MESSAGE(elementsToRemove < bytesUpToHere || bytesUpToHere < runSize,
+                           "elementsToRemove < charPos.byteIndex + 1 || charPos.byteIndex + 1 < runSize");
+        const unsigned long firstByte = bytesUpToHere - elementsToRemove;
+        pushBytes(text.removeElements(IndexRange<unsigned long>(firstByte, bytesUpToHere)));
+        _remaining = 0;
+        if (firstByte > 0)
+        {
+            _place._byteIndex = firstByte - 1;
+            return;
+        }
+        _place._kind = PlaceKind::TextRunTag;
+    }
+
+    /// The run goes with its tag and the bytes that it still has.
+    void extractWholeRun(unsigned long bytesCount)
+    {
+        DOM::Runs removed = getRuns().removeElements(makeSingle(_place._runIndex));
+        auto& run = static_cast<DOM::TextRun&>(*removed.front());
+        pushBytes(run.takeText());
+        _extracted.push_back(SharedConstPtr<DOM::Run>(std::move(removed.front())));
+        _remaining -= bytesCount + 1;
+        moveBeforeRun(_place._runIndex);
+    }
+
+    /// The bytes of the present run from `byteIndex` on stay in the document.
+    void keepBytesFrom(unsigned long byteIndex)
+    {
+        GenericTextWrapper<false> text = getTextRun().getText();
+        if (byteIndex < text.getSize())
+        {
+            _textToMerge = text.removeElements(IndexRange<unsigned long>(byteIndex, text.getSize()));
+        }
+    }
+
+    void pushBytes(const std::string& bytes)
+    {
+        std::for_each(bytes.rbegin(), bytes.rend(),
+                      [&](char byte) { _extracted.push_back(static_cast<short>(static_cast<signed char>(byte))); });
+    }
+
+    void moveBeforeBlock()
+    {
+        if (_place._blockIndex > 0)
+        {
+            _place = PlaneWalk::getPlaceBeforeBlock(_blocks.getBlocks(), _place._blockIndex);
+        }
+    }
+
+    void moveBeforeRun(unsigned long runIndex)
+    {
+        _place = PlaneWalk::getPlaceBeforeRun(_blocks.getBlocks(), _place._blockIndex, runIndex);
+    }
+
+    /// `_place` is that of the element in front of the range by now.
+    void mergeRest()
+    {
+        const std::string& textToMerge = _textToMerge;
+        DOM::Runs& runsToMerge = _runsToMerge;
+        if (_isAtTextBegin)
+        {
+            ZEM_ASSERT(textToMerge.empty() && runsToMerge.empty());
+            return;
+        }
+        if (!textToMerge.empty())
+        {
+            insertText(TextWithTombstonesPositionUtils::makePosition(_blocks, _place), textToMerge, true);
+        }
+        if (!runsToMerge.empty())
+        {
+            insertRuns(TextWithTombstonesPositionUtils::makePosition(_blocks, _place), std::move(runsToMerge), true);
+        }
+    }
+
+    static IndexRange<unsigned long> makeSingle(unsigned long index)
+    {
+        return IndexRange<unsigned long>::fromCount(index, 1);
+    }
+
+    GenericRunCollectionWrapper<false> getRuns() const
+    {
+        auto block = _blocks.getElement(_place._blockIndex);
+        return static_cast<GenericParagraphWrapper<false>&>(*block).getRuns();
+    }
+
+    GenericTextRunWrapper<false> getTextRun() const
+    {
+        auto run = getRuns().getElement(_place._runIndex);
+        return static_cast<GenericTextRunWrapper<false>&>(*run);
+    }
+
+    GenericBlockCollectionWrapper<false> _blocks;
+    /// How many elements of the range are still to be taken; the last of them stands at `_place`.
+    unsigned long _remaining;
+    bool _isAtTextBegin;
+    PlanePlace _place;
+    /// From the last element of the range to the first.
+    TextWithTombstonesElementVector _extracted;
+    std::string _textToMerge;
+    DOM::Runs _runsToMerge;
+};
+
+} // namespace
+
+void extractRange(const GenericBlockCollectionWrapper<false>& blocks, RangeInfo& range)
+{
+    const IndexExcludingTombstones beginIndex = range.getStartIndex();
+    const IndexExcludingTombstones endIndex = range.getEndIndex();
+    ZEM_ASSERT(beginIndex < endIndex);
+    const PlanePlace lastPlace = range.getAnchor().find(blocks.getBlocks(), endIndex - 1);
+    range._data = ElementsExtractor(blocks, beginIndex, endIndex).extract(lastPlace);
+    range.setSize(range._data.size());
+}
+
+} // namespace Zem::DOMCollaboration

@@ -1,0 +1,100 @@
+#include "TextWrappers/DClb_RunWrappers.h"
+
+#include "TextWrappers/DClb_WrapperSupport.h"
+
+namespace Zem::DOMCollaboration
+{
+
+using DOM::NativeDOMNodeType;
+using DOM::NativeNodeAddress;
+using NodeAddressing::AddressInList;
+using FixedChunk = NativeNodeAddress::FixedChunk;
+
+template<bool isReadonly>
+NativeNodeAddress GenericTextWrapper<isReadonly>::getAddressToRun() const
+{
+    NativeNodeAddress address = _target->_address;
+    address.appendItems(AddressInList(_blockIndex), FixedChunk(NativeDOMNodeType::RunCollection),
+                        AddressInList(_runIndex));
+    return address;
+}
+
+template<bool isReadonly>
+void GenericTextWrapper<isReadonly>::insertElements(const std::string& text, unsigned long index) requires(!isReadonly)
+{
+    const auto range = IndexRange<unsigned long>::fromCount(index, text.size());
+    ZEM_ASSERT(index <= getSize());
+    std::string runText = _textRun->takeText();
+    runText.reserve(runText.size() + text.size());
+    runText.insert(index, text);
+    _textRun->setText(std::move(runText));
+    WrapperDetails::notify(*_target, [&](TextWithTombstonesChangedObserver& observer)
+                           { observer.onCharsInserted(getAddressToRun(), range); });
+}
+
+template<bool isReadonly>
+std::string GenericTextWrapper<isReadonly>::removeElements(IndexRange<unsigned long> range) requires(!isReadonly)
+{
+    ZEM_ASSERT(range.getEnd() <= getSize());
+    std::string runText = _textRun->takeText();
+    std::string removed = runText.substr(range.getBegin(), range.getCount());
+    runText.erase(range.getBegin(), range.getCount());
+    _textRun->setText(std::move(runText));
+    WrapperDetails::notify(
+        *_target, [&](TextWithTombstonesChangedObserver& observer)
+        { observer.onCharsRemoved(getAddressToRun(), IndexExcludingTombstones(range.getBegin()), removed); });
+    return removed;
+}
+
+template<bool isReadonly>
+RunWrapperValue<isReadonly> GenericRunCollectionWrapper<isReadonly>::getElement(unsigned long index) const
+{
+    WrapperDetails::requireIndex(index, _runs->size());
+    WrapperDetails::ConstIf<isReadonly, DOM::Run>& run = derefPtr((*_runs)[index]);
+    if (run.getKind() == DOM::RunKind::TextRun)
+    {
+        using TextRun = WrapperDetails::ConstIf<isReadonly, DOM::TextRun>;
+        return GenericTextRunWrapper<isReadonly>(static_cast<TextRun&>(run), *_target, _blockIndex, index);
+    }
+    return GenericAtomicRunWrapper<isReadonly>(run);
+}
+
+template<bool isReadonly>
+NativeNodeAddress GenericRunCollectionWrapper<isReadonly>::makeAddressToPara() const
+{
+    NativeNodeAddress address = _target->_address;
+    address.appendItems(AddressInList(_blockIndex));
+    return address;
+}
+
+template<bool isReadonly>
+void GenericRunCollectionWrapper<isReadonly>::insertElements(DOM::Runs runs, unsigned long index) requires(!isReadonly)
+{
+    const auto range = IndexRange<unsigned long>::fromCount(index, runs.size());
+    WrapperDetails::insertInto(*_runs, std::move(runs), index);
+    WrapperDetails::notify(*_target, [&](TextWithTombstonesChangedObserver& observer)
+                           { observer.onRunsInserted(makeAddressToPara(), range); });
+}
+
+template<bool isReadonly>
+DOM::Runs GenericRunCollectionWrapper<isReadonly>::removeElements(IndexRange<unsigned long> range) requires(!isReadonly)
+{
+    DOM::Runs removed = WrapperDetails::takeFrom(*_runs, range);
+    WrapperDetails::notify(*_target,
+                           [&](TextWithTombstonesChangedObserver& observer)
+                           {
+                               observer.onRunsRemoved(makeAddressToPara(), IndexExcludingTombstones(range.getBegin()),
+                                                      ReadonlyVector<DOM::Runs>(removed));
+                           });
+    return removed;
+}
+
+// The read-only views have only these members that aren't inline.
+template NativeNodeAddress GenericTextWrapper<true>::getAddressToRun() const;
+template RunWrapperValue<true> GenericRunCollectionWrapper<true>::getElement(unsigned long) const;
+template NativeNodeAddress GenericRunCollectionWrapper<true>::makeAddressToPara() const;
+
+template class GenericTextWrapper<false>;
+template class GenericRunCollectionWrapper<false>;
+
+} // namespace Zem::DOMCollaboration

@@ -1,0 +1,98 @@
+#pragma once
+
+/// Places of the plane, and the walk that finds them.
+///
+/// The plane is the flat sequence of the live elements of a text: a paragraph is its tag, its runs and its mark; a text
+/// run is its tag and its bytes; everything else is one element.
+///
+///     plane index    0      1    2    3    4      5    6     7
+///                    tag    run  'a'  'b'  mark   tag  mark  end      two paragraphs, "ab" and ""
+///
+/// A walk goes over blocks and runs, never over bytes, allocates nothing, and is linear in the blocks and runs passed.
+/// It has no memory of its own: a place is found afresh after a change, or from a place that stands before the change.
+
+#include "CU_Index.h"
+#include "DOM_Blocks.h"
+#include "DOM_Runs.h"
+
+#include "Util_Export.h"
+
+#include <boost/optional.hpp>
+
+namespace Zem::DOMCollaboration
+{
+
+using CollaborationUtils::IndexExcludingTombstones;
+
+/// What stands at a place of the plane.
+enum class PlaceKind : unsigned char
+{
+    TextEnd,
+    AtomicBlock,
+    ParaTag,
+    ParaMark,
+    AtomicRun,
+    TextRunTag,
+    Char
+};
+
+/// A place of the plane in terms of the tree. `_runIndex` and `_byteIndex` mean something only where the kind has a run
+/// or a byte; a paragraph's mark has the number of its runs as `_runIndex`.
+struct PlanePlace
+{
+    PlaceKind _kind = PlaceKind::TextEnd;
+    unsigned long _blockIndex = 0;
+    unsigned long _runIndex = 0;
+    unsigned long _byteIndex = 0;
+
+    friend bool operator==(const PlanePlace&, const PlanePlace&) = default;
+};
+
+namespace PlaneWalk
+{
+
+/// The size of a run in the plane: 1 for its tag, and its bytes.
+inline unsigned long getSize(const DOM::Run& run)
+{
+    return run.getKind() == DOM::RunKind::TextRun ? 1 + static_cast<const DOM::TextRun&>(run).getText().size() : 1;
+}
+
+/// The size of a block in the plane. Cost: its runs. Fails: "plainPtr" on a null run.
+ZEM_EXPORT unsigned long getSize(const DOM::Block& block);
+
+/// The place at `index`; empty beyond the end of the text. Fails: "plainPtr" on a null block or run that is passed.
+ZEM_EXPORT boost::optional<PlanePlace> find(const DOM::Blocks& blocks, IndexExcludingTombstones index);
+
+/// The place `distance` elements behind `from`; empty beyond the end of the text. Cost: the runs and blocks between.
+/// Requires: `from` is a place of `blocks` as they are now.
+ZEM_EXPORT boost::optional<PlanePlace> findFrom(const DOM::Blocks& blocks, const PlanePlace& from,
+                                                unsigned long distance);
+
+/// The place just in front of a block, or of a run of a paragraph. Cost: constant.
+/// Requires: the block isn't the first of the text; everything in front of it is as it should be.
+ZEM_EXPORT PlanePlace getPlaceBeforeBlock(const DOM::Blocks& blocks, unsigned long blockIndex);
+ZEM_EXPORT PlanePlace getPlaceBeforeRun(const DOM::Blocks& blocks, unsigned long blockIndex, unsigned long runIndex);
+
+} // namespace PlaneWalk
+
+/// Finds places near one index of the plane for the cost of one walk from the beginning of the text: the element in
+/// front of that index is found once, and everything behind it from there. It stays good while the text changes only at
+/// or behind the index, since elements in front of a change keep their places.
+class ZEM_EXPORT PlaneAnchor
+{
+public:
+    explicit PlaneAnchor(IndexExcludingTombstones index)
+        : _index(index)
+    {
+    }
+
+    /// The place at `index`. One in front of the element before the anchor's index costs a walk from the beginning.
+    /// Fails: "Unexpected type in the source variant" beyond the end of the text.
+    PlanePlace find(const DOM::Blocks& blocks, IndexExcludingTombstones index);
+
+private:
+    IndexExcludingTombstones _index;
+    boost::optional<PlanePlace> _placeBefore;
+};
+
+} // namespace Zem::DOMCollaboration

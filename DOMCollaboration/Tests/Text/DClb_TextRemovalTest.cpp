@@ -1,0 +1,218 @@
+#include "TS_Assertions.h"
+#include "TS_TextCase.h"
+
+#include <gtest/gtest.h>
+
+namespace Zem::TestSupport
+{
+
+using namespace CollaborationEngine;
+
+TEST(TextMarking, BytesOfARunBecomeTombstones)
+{
+    TextCase("{|abcd}").after(mark(3, 5)).is("{|a[bc]d}").isUnchanged();
+}
+
+TEST(TextMarking, AMarkingCapturesWhatItTakesOut)
+{
+    TextCase textCase("{|ab}{~|cd}");
+    textCase.after(mark(4, 6)).is("{|ab[..]~|cd}").isUnchanged();
+    EXPECT_EQ("mark 4:}{", print(textCase.getHappened()));
+}
+
+TEST(TextMarking, JoiningParagraphsAndRestoringSplitsThemAtTheSamePlace)
+{
+    TextCase("{|ab}{|cd}").after(mark(4, 6)).is("{|ab[..]|cd}").after(restore(4, "}{")).is("{|ab}{|cd}");
+}
+
+TEST(TextMarking, TheLastMarkAloneIsRefused)
+{
+    TextCase("{|ab}").after(mark(4, 5)).is("{|ab}").isRefused();
+}
+
+TEST(TextMarking, AMarkAloneInFrontOfAnotherParagraphIsRefused)
+{
+    TextCase("{|ab}{|cd}").after(mark(4, 5)).is("{|ab}{|cd}").isRefused();
+}
+
+TEST(TextMarking, AllBytesOfARunWithoutItsTagAreRefused)
+{
+    TextCase("{|ab}").after(mark(2, 4)).is("{|ab}").isRefused();
+    TextCase("{|ab|cd}").after(mark(2, 4)).is("{|ab|cd}").isRefused();
+}
+
+TEST(TextMarking, ARunWithItsTagGoes)
+{
+    TextCase("{|ab}").after(mark(1, 4)).is("{[...]}").isUnchanged();
+    TextCase("{|ab|cd}").after(mark(1, 4)).is("{[...]|cd}").isUnchanged();
+}
+
+TEST(TextMarking, TheBytesThatATagLeavesBehindJoinTheRunInFront)
+{
+    TextCase("{|ab|cdef}").after(mark(4, 7)).is("{|ab[...]ef}").isUnchanged();
+    TextCase("{|ab|cdef}").after(mark(4, 5)).is("{|ab[.]cdef}").isUnchanged();
+}
+
+TEST(TextMarking, TheRunsThatATagLeavesBehindJoinTheParagraphInFront)
+{
+    TextCase("{|ab}{|cd~|ef}").after(mark(4, 9)).is("{|ab[.....]~|ef}").isUnchanged();
+    TextCase("{|ab}{|cd~|ef}").after(mark(3, 8)).is("{|a[.....]d~|ef}").isUnchanged();
+}
+
+TEST(TextMarking, SeveralParagraphsGoAtOnce)
+{
+    TextCase("{|ab}{|cd}#{}{|ef}").after(mark(3, 16)).is("{|a[.............]f}").isUnchanged();
+}
+
+TEST(TextMarking, AWholeParagraphBehindAnotherGoes)
+{
+    TextCase("{|a}{|b}{|c}").after(mark(4, 8)).is("{|a}[....]{|c}").isUnchanged();
+}
+
+TEST(TextMarking, AWholeTextGoesAndComesBack)
+{
+    TextCase("{|ab}").after(mark(0, 5)).is("[.....]").after(restore(0, "{|ab}")).is("{|ab}");
+}
+
+TEST(TextMarking, AtomicBlocksAndRunsGo)
+{
+    TextCase("{}#${~}").after(mark(2, 4)).is("{}[..]{~}").after(mark(5, 6)).is("{}[..]{[.]}");
+}
+
+TEST(TextMarking, OneInvalidStretchKeepsAllOfThem)
+{
+    TextCase("{|ab}{|cd}").after(mark({{7, 9}, {2, 3}})).is("{|ab}{|cd}").isRefused();
+}
+
+TEST(TextMarking, SeveralStretchesGoTogether)
+{
+    TextCase textCase("{|abcd}{|ef}");
+    textCase.after(mark({{9, 10}, {4, 5}, {2, 3}})).is("{|[.]b[.]d}{|[.]f}").isUnchanged();
+    EXPECT_EQ("mark 9:e 4:c 2:a", print(textCase.getHappened()));
+}
+
+TEST(TextMarking, StretchesWithTombstonesBetweenThemAreOneStretchOfTheTree)
+{
+    TextCase textCase("{|ab[cd]ef}");
+    textCase.after(mark({{6, 7}, {3, 4}})).is("{|a[....]f}").isUnchanged();
+    EXPECT_EQ("mark 6:e 3:b", print(textCase.getHappened()));
+}
+
+TEST(TextMarking, ADeadSlotIsNoTarget)
+{
+    TextCase textCase("{|a[b]cd}");
+    OperationUPtr changedOp;
+    for (const auto& [begin, end] : {Stretch{3, 4}, Stretch{3, 5}, Stretch{2, 4}, Stretch{2, 5}})
+    {
+        EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*mark(begin, end), changedOp), "opt");
+    }
+    textCase.is("{|a[b]cd}");
+}
+
+TEST(TextMarking, AStretchBeyondTheEndOfTheTextChangesNothing)
+{
+    TextCase textCase("{|ab}");
+    OperationUPtr changedOp;
+    EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*mark(3, 9), changedOp),
+                     "Unexpected type in the source variant");
+    textCase.is("{|ab}");
+}
+
+TEST(TextRestoring, TombstonesComeAliveWithTheDataOfTheOperation)
+{
+    TextCase("{|a[bc]d}").after(restore(3, "bc")).is("{|abcd}").isUnchanged();
+    TextCase("{|a[bc]d}").after(restore(4, "c")).is("{|a[b]cd}").isUnchanged();
+}
+
+TEST(TextRestoring, SeveralStretchesOfOneGapComeAliveTogether)
+{
+    TextCase("{|a[bcd]e}").after(restore({{5, "d"}, {3, "b"}})).is("{|ab[c]de}").isUnchanged();
+}
+
+TEST(TextRestoring, DataThatDoesNotFitIsRefusedNotRepaired)
+{
+    TextCase("{|a[..]b}").after(restore(3, "}")).is("{|a[..]b}").isRefused();
+    TextCase("{|a}[..]").after(restore(4, "x")).is("{|a}[..]").isRefused();
+    TextCase("{|a[..]}[.]").after(restore({{6, "x"}, {3, "bc"}})).is("{|a[..]}[.]").isRefused();
+}
+
+TEST(TextRestoring, ALiveSlotIsNoTarget)
+{
+    TextCase textCase("{|a[b]c}");
+    OperationUPtr changedOp;
+    EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*restore(4, "x"), changedOp), "isTombstone");
+    EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*restore(3, "xy"), changedOp), "isTombstone");
+    textCase.is("{|a[b]c}");
+}
+
+TEST(TextRemoval, TakingBackAnInsertionLeavesNoTombstoneAndKeepsItsData)
+{
+    TextCase textCase("{|a[b]c}");
+    auto operation = insert({{5, "y"}, {4, "x"}});
+    OperationUPtr changedOp;
+    EXPECT_FALSE(textCase.getExecutor().executeAndChangeIfNeeded(*operation, changedOp));
+    textCase.is("{|a[b]xcy}");
+    textCase.getExecutor().reverse(*operation);
+    textCase.is("{|a[b]c}");
+    EXPECT_EQ("insert 5:y 4:x", print(*operation));
+}
+
+TEST(TextRemoval, AnInsertionWhoseReversalWouldBreakTheTextFails)
+{
+    TextCase textCase("{|ab}");
+    EXPECT_ASSERTION(textCase.getExecutor().reverse(*insert(2, "ab")),
+                     "fixBusinessLogicForRemoving(removeData, textWithTombstonesInfo.textWithTombstonesAdapter) == "
+                     "BusinessLogicValidationResult::Valid");
+    textCase.is("{|ab}");
+}
+
+TEST(TextRemoval, AFailedReversalLeavesTheOperationAsItCame)
+{
+    TextCase textCase("{|ab}{|cd}");
+    auto operation = insert({{6, "cd"}, {2, "ab"}});
+    EXPECT_ASSERTION(textCase.getExecutor().reverse(*operation),
+                     "fixBusinessLogicForRemoving(removeData, textWithTombstonesInfo.textWithTombstonesAdapter) == "
+                     "BusinessLogicValidationResult::Valid");
+    EXPECT_EQ("insert 6:cd 2:ab", print(*operation));
+}
+
+TEST(TextRemoval, AReversalNeverProducesAChangedOperation)
+{
+    TextCase textCase("{|ab}{|cd}");
+    auto restoring = restore(4, "}");
+    EXPECT_ASSERTION(textCase.getExecutor().reverse(*restoring), "!opChanged && !changedOp");
+    textCase.is("{|ab}{|cd}");
+}
+
+TEST(TextRemoval, ARemoveOperationIsNeverExecutedInEitherDirection)
+{
+    TextCase textCase("{|ab}");
+    std::vector<ListModificationOperation<RemoveTag>> nested;
+    nested.emplace_back(getTextAddress(), 34, IndexRange<unsigned long>(3, 4));
+    ListMultirangeOperationImpl<ListModificationOperation<RemoveTag>> removal(std::move(nested));
+    OperationUPtr changedOp;
+    EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(removal, changedOp),
+                     "ListRemoveOperation shouldn't be executed ever");
+    EXPECT_ASSERTION(textCase.getExecutor().reverse(removal), "ListRemoveOperation shouldn't be executed ever");
+}
+
+TEST(TextRemoval, LeavingTombstonesDoesNothingInEitherDirection)
+{
+    TextCase textCase("{|a[b]c}");
+    std::vector<ListLeaveTombstonesOperation> nested;
+    nested.emplace_back(getTextAddress(), 34, nullptr, IndexRange<unsigned long>(3, 4));
+    textCase.after(std::make_unique<ListMultirangeOperationImpl<ListLeaveTombstonesOperation>>(std::move(nested)))
+        .is("{|a[b]c}")
+        .isUnchanged();
+}
+
+TEST(TextRemoval, AnOperationOfAnotherFamilyIsABadCast)
+{
+    TextCase textCase("{|ab}");
+    ListModificationOperation<MarkAsRemovedTag> single(getTextAddress(), 34, IndexRange<unsigned long>(3, 4));
+    OperationUPtr changedOp;
+    EXPECT_THROW(textCase.getExecutor().executeAndChangeIfNeeded(single, changedOp), std::bad_cast);
+    EXPECT_THROW(textCase.getExecutor().reverse(single), std::bad_cast);
+}
+
+} // namespace Zem::TestSupport
