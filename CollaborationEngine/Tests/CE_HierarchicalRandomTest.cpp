@@ -92,7 +92,9 @@ private:
             return nullptr;
         }
         const unsigned long chosen = _operations.below(_history.size());
-        if (chosen % 2 != parity || _areUndone.count(chosen) != 0)
+        // A deletion that never took effect has seen nothing of what was edited in its elements; see the README.
+        const bool wasShadowed = describe(*_history[chosen]).find("dead at") != std::string::npos;
+        if (chosen % 2 != parity || _areUndone.count(chosen) != 0 || wasShadowed)
         {
             return nullptr;
         }

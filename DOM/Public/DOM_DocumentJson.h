@@ -14,13 +14,13 @@ namespace Zem::DOM
 
 class Table;
 
-/// In one line. Equal documents may differ in it: a style or bundle of properties that several elements share stands in it
-/// once, equal ones that they do not share stand in it each.
+/// In one line. Equal documents may differ in it: a style or bundle of properties that several elements share stands in
+/// it once, equal ones that they do not share stand in it each.
 ZEM_EXPORT std::string toJson(const Document& document);
 
 /// Equal styles of the document become one object, made by its own factory.
 /// Fails: `std::runtime_error`, quoting what is wrong, on a text that isn't a document's form, or whose document would
-/// break an invariant.
+/// break an invariant; "_begin < _end" on a range of tombstones that doesn't increase.
 ZEM_EXPORT Document fromJson(std::string_view text);
 
 /// The same for a part of a document. Its styles are shared within the part as they were when it was written, and

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The JSON forms that the model adds to those of `Util_Json.h`: enumerations, shared styles, blocks and runs. Only .cpp
-/// files include this header, and they do so wherever an archive meets one of these.
+/// The JSON forms that the model adds to those of `Util_Json.h`: enumerations, shared styles, blocks and runs. Only
+/// .cpp files include this header, and they do so wherever an archive meets one of these.
 
 #include "DOM_Block.h"
 #include "DOM_Run.h"
@@ -21,8 +21,11 @@ namespace Zem::DOM
 
 /// An enumeration whose numbers go from 0 to that of `getLastEnumerator`, without gaps.
 template<class T>
-concept BoundedEnum = std::is_enum_v<T> && std::is_unsigned_v<std::underlying_type_t<T>> && requires {
-    { getLastEnumerator(T{}) } -> std::same_as<T>;
+concept BoundedEnum = std::is_enum_v<T> && std::is_unsigned_v<std::underlying_type_t<T>> && requires
+{
+    {
+        getLastEnumerator(T{})
+        } -> std::same_as<T>;
 };
 
 namespace JsonDetails

@@ -160,8 +160,7 @@ TEST_F(ElementPathUtilsTest, OnePastTheLastBlockIsThePlanesSize)
     auto adapter = createDOMNodeAdapter(_document, native(blocks));
     const NativeNodeAddress address = native(at(5));
     auto chunk = address.getItems().begin();
-    EXPECT_EQ(planeSize,
-              getPlaneIndexAndMoveToNextOperationElement(adapter, chunk, address.getItems().end()).get());
+    EXPECT_EQ(planeSize, getPlaneIndexAndMoveToNextOperationElement(adapter, chunk, address.getItems().end()).get());
     expectCorrespondence(native(blocks, at(5)), operation(text, at(planeSize + tombstonesCount)));
 }
 
@@ -236,8 +235,7 @@ TEST_F(ElementPathUtilsTest, TrimmingCutsAtTheFirstStepIntoATombstone)
     const auto frames = operation(text, at(7), fixed(Operation::FrameCollection));
     EXPECT_EQ(print(frames), print(trimmed(extended(frames, at(1)))));
     // What follows goes with it.
-    EXPECT_EQ(print(cells),
-              print(trimmed(operation(text, at(7), operationCells, cell(1, 0), text, at(0)))));
+    EXPECT_EQ(print(cells), print(trimmed(operation(text, at(7), operationCells, cell(1, 0), text, at(0)))));
 }
 
 TEST_F(ElementPathUtilsTest, TrimmingLeavesALiveAddressAlone)
@@ -299,11 +297,10 @@ TEST_F(ElementPathUtilsTest, AnOperationAddressThatGoesOnBelowALeafFails)
 
 TEST_F(ElementPathUtilsTest, ElementsOfKeyedCollectionsHaveNoNativeChildren)
 {
-    for (const NativeNodeAddress& address :
-         {native(fixed(Native::CommentCollection), key(_sample._comment)),
-          native(fixed(Native::NoteCollection), key(_sample._note)),
-          native(fixed(Native::TextStyleCollection), key(_sample._textStyle)),
-          native(fixed(Native::TableStyleCollection), key(_sample._tableStyle))})
+    for (const NativeNodeAddress& address : {native(fixed(Native::CommentCollection), key(_sample._comment)),
+                                             native(fixed(Native::NoteCollection), key(_sample._note)),
+                                             native(fixed(Native::TextStyleCollection), key(_sample._textStyle)),
+                                             native(fixed(Native::TableStyleCollection), key(_sample._tableStyle))})
     {
         EXPECT_ASSERTION(toOperation(extended(address, blocks)), noElement);
     }
@@ -345,8 +342,8 @@ TEST_F(ElementPathUtilsTest, ANativeAddressMayNotEndAtACollectionInsideAParagrap
 
 TEST_F(ElementPathUtilsTest, ThePlaneIndexMovesTheAdapterAndTheChunk)
 {
-    const auto expectMove = [&](const NativeNodeAddress& address, unsigned long planeIndex, unsigned long chunksCount,
-                                Native nodeType)
+    const auto expectMove =
+        [&](const NativeNodeAddress& address, unsigned long planeIndex, unsigned long chunksCount, Native nodeType)
     {
         SCOPED_TRACE(print(address));
         auto adapter = createDOMNodeAdapter(_document, native(blocks));

@@ -11,8 +11,8 @@
 namespace Zem::DOMCollaboration
 {
 
-using ElementPathUtils::getCorrespondingNodeType;
 using DOM::NativeDOMNodeType;
+using ElementPathUtils::getCorrespondingNodeType;
 
 namespace
 {

@@ -123,7 +123,8 @@ private:
         GenericTextWrapper<false> text = getTextRun().getText();
         const unsigned long runSize = text.getSize();
         const unsigned long elementsToRemove = _remaining;
-        ZEM_ASSERT_MESSAGE(elementsToRemove < bytesUpToHere || bytesUpToHere < runSize,
+        // A run can't lose all its text and keep its tag, unless what stays behind the range joins it.
+        ZEM_ASSERT_MESSAGE(elementsToRemove < bytesUpToHere || bytesUpToHere < runSize || !_textToMerge.empty(),
                            "elementsToRemove < charPos.byteIndex + 1 || charPos.byteIndex + 1 < runSize");
         const unsigned long firstByte = bytesUpToHere - elementsToRemove;
         pushBytes(text.removeElements(IndexRange<unsigned long>(firstByte, bytesUpToHere)));

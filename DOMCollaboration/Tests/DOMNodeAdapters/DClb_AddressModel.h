@@ -228,12 +228,10 @@ private:
                 table.getConditionalFormats());
         const Node cells = addFixed(tableNode, Native::CellCollection, Operation::CellCollection);
         const std::vector<unsigned long> rows = getLinePlaces(
-            table.getAllRowsCount().get(),
-            [&](unsigned long place)
+            table.getAllRowsCount().get(), [&](unsigned long place)
             { return table.convertRowIndex(CollaborationUtils::IndexIncludingTombstones(place)).has_value(); });
         const std::vector<unsigned long> columns = getLinePlaces(
-            table.getAllColsCount().get(),
-            [&](unsigned long place)
+            table.getAllColsCount().get(), [&](unsigned long place)
             { return table.convertColIndex(CollaborationUtils::IndexIncludingTombstones(place)).has_value(); });
         for (unsigned long row = 0; row < rows.size(); ++row)
         {

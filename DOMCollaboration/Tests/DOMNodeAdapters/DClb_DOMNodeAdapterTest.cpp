@@ -75,10 +75,9 @@ TEST_F(DOMNodeAdapterTest, OnePastTheLastItemIsTheEndMarkAndTwoPastIsNothing)
 {
     const auto expectEnd = [](auto& adapter, unsigned long size, bool includingTombstones, auto collectionType)
     {
-        using EndMark =
-            GenericCollectionEndMarkNodeAdapter<typename NodeAdapterDetails::Traits<std::remove_reference_t<
-                                                    decltype(adapter)>>::Tag,
-                                                decltype(collectionType), false>;
+        using EndMark = GenericCollectionEndMarkNodeAdapter<
+            typename NodeAdapterDetails::Traits<std::remove_reference_t<decltype(adapter)>>::Tag,
+            decltype(collectionType), false>;
         const auto child = adapter.createChildAdapterIfPossible(at(size), includingTombstones);
         auto* endMark = cast<EndMark>(child.get());
         ASSERT_NE(nullptr, endMark);
@@ -226,7 +225,8 @@ TEST_F(DOMNodeAdapterTest, ACellIsMadeByItsOwnAdapterToo)
 TEST_F(DOMNodeAdapterTest, BlocksOfAnEmptyCellAreMadeOnDemandInTheTreeToo)
 {
     InNativeWorld<GenericCellCollectionNodeAdapter, false> cells(_table);
-    const auto child = cells.createChildAdapter(cell(0, 0), false)->createChildAdapter(fixed(Native::BlockCollection), false);
+    const auto child =
+        cells.createChildAdapter(cell(0, 0), false)->createChildAdapter(fixed(Native::BlockCollection), false);
     auto& blocks = cast<GenericBlockCollectionNodeAdapter<false>>(*child);
     EXPECT_TRUE(blocks.getBlocks().empty());
     EXPECT_EQ(nullptr, _table.getCell(RowIndex(0), ColumnIndex(0)));
@@ -238,7 +238,8 @@ TEST_F(DOMNodeAdapterTest, BlocksOfAnEmptyCellAreMadeOnDemandInTheTreeToo)
 TEST_F(DOMNodeAdapterTest, ReadingAStyledCellWithoutTextThroughAWritableAdapterMakesNoText)
 {
     DOM::Cell& styled = _table.getOrCreateCell(RowIndex(0), ColumnIndex(0));
-    const auto child = _cells.createChildAdapter(cell(0, 0), true)->createChildAdapter(fixed(Operation::TextWithTombstones), true);
+    const auto child =
+        _cells.createChildAdapter(cell(0, 0), true)->createChildAdapter(fixed(Operation::TextWithTombstones), true);
     const auto& text = cast<GenericTextWithTombstonesNodeAdapter<false>>(*child).getTextWithTombstones();
     EXPECT_EQ(&std::as_const(styled).getTextWithTombstones(), &text);
 }
@@ -251,7 +252,9 @@ TEST_F(DOMNodeAdapterTest, AChildAtAKnownPlaceIsThatOfTheIndex)
         ASSERT_TRUE(place);
         const auto byPlace = _flat.createChildAdapterAt(*place);
         const auto byIndex = _flat.createChildAdapterByIndexIfPossible(IndexExcludingTombstones(index));
-        EXPECT_EQ(typeid(*byIndex), typeid(*byPlace)) << index;
+        const auto& first = *byIndex;
+        const auto& second = *byPlace;
+        EXPECT_EQ(typeid(first), typeid(second)) << index;
     }
 }
 

@@ -21,8 +21,8 @@ class DocumentAdaptersTest : public testing::Test
 protected:
     BlocksAdapterWithNodeAdapter makeDetached()
     {
-        return BlocksAdapterWithNodeAdapter(_document.getTextWithTombstones(), _styles, &_theme, &_colorMap,
-                                            _paraProps, _runProps, _factory);
+        return BlocksAdapterWithNodeAdapter(_document.getTextWithTombstones(), _styles, &_theme, &_colorMap, _paraProps,
+                                            _runProps, _factory);
     }
 
     SampleDocument _sample;

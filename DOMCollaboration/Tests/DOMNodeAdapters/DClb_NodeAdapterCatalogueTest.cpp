@@ -68,13 +68,9 @@ struct Documents
     TextDocumentAdapter _text{_sample._document};
     WorkbookDocumentAdapter _workbook{_sample._document};
     PresentationDocumentAdapter _presentation{_sample._document};
-    BlocksAdapterWithNodeAdapter _detached{_sample._document.getTextWithTombstones(),
-                                           _sample._document.getStyles(),
-                                           nullptr,
-                                           nullptr,
-                                           nullptr,
-                                           nullptr,
-                                           _sample._document.getSharedObjectFactory()};
+    BlocksAdapterWithNodeAdapter _detached{
+        _sample._document.getTextWithTombstones(), _sample._document.getStyles(), nullptr, nullptr, nullptr, nullptr,
+        _sample._document.getSharedObjectFactory()};
 };
 
 /// What a row says of one world. `_classes` are the read-only and the writable adapter.
@@ -111,8 +107,8 @@ Numbers toNative(const Numbers& operationTypes)
     Numbers numbers;
     for (const unsigned long type : operationTypes)
     {
-        numbers.insert(static_cast<unsigned long>(
-            ElementPathUtils::getCorrespondingNodeType(static_cast<Operation>(type))));
+        numbers.insert(
+            static_cast<unsigned long>(ElementPathUtils::getCorrespondingNodeType(static_cast<Operation>(type))));
     }
     return numbers;
 }
@@ -168,8 +164,8 @@ Row element(const char* name, unsigned long operationType, unsigned long nativeT
             Native nativeCollection, UUID SampleDocument::*uuid, std::initializer_list<Operation> children = {})
 {
     return shared<Adapter>(
-        name, Kind::Text, operationType, nativeType, [=](const SampleDocument& sample)
-        { return operation(fixed(operationCollection), key(sample.*uuid)); },
+        name, Kind::Text, operationType, nativeType,
+        [=](const SampleDocument& sample) { return operation(fixed(operationCollection), key(sample.*uuid)); },
         [=](const SampleDocument& sample) { return native(fixed(nativeCollection), key(sample.*uuid)); }, children);
 }
 
@@ -181,11 +177,11 @@ const auto chars = fixed(Native::CharCollection);
 std::vector<Row> makeRootRows()
 {
     return {
-        sharedAt<GenericTextDocumentNodeAdapter>(
-            "TextDocument", Kind::Text, 0, 0, operation(), native(),
-            {Operation::TextWithTombstones, Operation::HeaderFooterPairCollection, Operation::DocumentProps,
-             Operation::ScriptCollection, Operation::CommentCollection, Operation::NoteCollection,
-             Operation::TextStyleCollection, Operation::TableStyleCollection}),
+        sharedAt<GenericTextDocumentNodeAdapter>("TextDocument", Kind::Text, 0, 0, operation(), native(),
+                                                 {Operation::TextWithTombstones, Operation::HeaderFooterPairCollection,
+                                                  Operation::DocumentProps, Operation::ScriptCollection,
+                                                  Operation::CommentCollection, Operation::NoteCollection,
+                                                  Operation::TextStyleCollection, Operation::TableStyleCollection}),
         sharedAt<GenericWorkbookDocumentNodeAdapter>(
             "WorkbookDocument", Kind::Workbook, 1, 1, operation(), native(),
             {Operation::WorksheetCollection, Operation::HeaderFooterPairCollection, Operation::DocumentProps,
@@ -219,15 +215,13 @@ std::vector<Row> makeRootRows()
                                                          native(fixed(Native::TableStyleCollection)))};
 }
 
-Row makeHeaderOrFooterRow(const char* name, unsigned long operationType, unsigned long nativeType, Operation operationPart,
-                          Native nativePart)
+Row makeHeaderOrFooterRow(const char* name, unsigned long operationType, unsigned long nativeType,
+                          Operation operationPart, Native nativePart)
 {
     return shared<GenericHeaderOrFooterNodeAdapter>(
         name, Kind::Text, operationType, nativeType,
         [=](const SampleDocument& sample)
-        {
-            return operation(fixed(Operation::HeaderFooterPairCollection), key(sample._pair), fixed(operationPart));
-        },
+        { return operation(fixed(Operation::HeaderFooterPairCollection), key(sample._pair), fixed(operationPart)); },
         [=](const SampleDocument& sample)
         { return native(fixed(Native::HeaderFooterPairCollection), key(sample._pair), fixed(nativePart)); },
         {Operation::TextWithTombstones});
@@ -256,28 +250,26 @@ std::vector<Row> makeTableRows()
     const auto nativeFormats = native(blocks, at(1), fixed(Native::ConditionalFormatCollection));
     const auto operationCells = operation(text, at(7), fixed(Operation::CellCollection));
     const auto nativeCells = native(blocks, at(1), fixed(Native::CellCollection));
-    return {sharedAt<GenericTableNodeAdapter>(
-                "Table", Kind::Text, 6, 7, operation(text, at(7)), native(blocks, at(1)),
-                {Operation::CellCollection, Operation::FrameCollection, Operation::ConditionalFormatCollection}),
-            sharedAt<GenericFrameCollectionNodeAdapter>("FrameCollection", Kind::Text, 8, 9, operationFrames,
-                                                        nativeFrames),
-            sharedAt<GenericFrameNodeAdapter>("Frame", Kind::Text, 7, 8, extended(operationFrames, at(2)),
-                                              extended(nativeFrames, at(1))),
-            sharedAt<GenericConditionalFormatCollectionNodeAdapter>("ConditionalFormatCollection", Kind::Text, 10, 11,
-                                                                    operationFormats, nativeFormats),
-            sharedAt<GenericConditionalFormatNodeAdapter>("ConditionalFormat", Kind::Text, 9, 10,
-                                                          extended(operationFormats, at(1)),
-                                                          extended(nativeFormats, at(0))),
-            sharedAt<GenericCellCollectionNodeAdapter>("CellCollection", Kind::Text, 12, 13, operationCells,
-                                                       nativeCells),
-            sharedAt<GenericCellNodeAdapter>("Cell", Kind::Text, 13, 14, extended(operationCells, cell(2, 0)),
-                                             extended(nativeCells, cell(1, 0)), {Operation::TextWithTombstones}),
-            sharedAt<GenericCellNodeAdapter>("Cell that isn't there", Kind::Text, 13, 14,
-                                             extended(operationCells, cell(0, 1)), extended(nativeCells, cell(0, 1)),
-                                             {Operation::TextWithTombstones}),
-            sharedAt<GenericCollectionEndMarkNodeAdapter>("CollectionEndMark", Kind::Text, 16, 21,
-                                                          extended(operationCells, cell(3, 0)),
-                                                          extended(nativeCells, cell(2, 0)))};
+    return {
+        sharedAt<GenericTableNodeAdapter>(
+            "Table", Kind::Text, 6, 7, operation(text, at(7)), native(blocks, at(1)),
+            {Operation::CellCollection, Operation::FrameCollection, Operation::ConditionalFormatCollection}),
+        sharedAt<GenericFrameCollectionNodeAdapter>("FrameCollection", Kind::Text, 8, 9, operationFrames, nativeFrames),
+        sharedAt<GenericFrameNodeAdapter>("Frame", Kind::Text, 7, 8, extended(operationFrames, at(2)),
+                                          extended(nativeFrames, at(1))),
+        sharedAt<GenericConditionalFormatCollectionNodeAdapter>("ConditionalFormatCollection", Kind::Text, 10, 11,
+                                                                operationFormats, nativeFormats),
+        sharedAt<GenericConditionalFormatNodeAdapter>(
+            "ConditionalFormat", Kind::Text, 9, 10, extended(operationFormats, at(1)), extended(nativeFormats, at(0))),
+        sharedAt<GenericCellCollectionNodeAdapter>("CellCollection", Kind::Text, 12, 13, operationCells, nativeCells),
+        sharedAt<GenericCellNodeAdapter>("Cell", Kind::Text, 13, 14, extended(operationCells, cell(2, 0)),
+                                         extended(nativeCells, cell(1, 0)), {Operation::TextWithTombstones}),
+        sharedAt<GenericCellNodeAdapter>("Cell that isn't there", Kind::Text, 13, 14,
+                                         extended(operationCells, cell(0, 1)), extended(nativeCells, cell(0, 1)),
+                                         {Operation::TextWithTombstones}),
+        sharedAt<GenericCollectionEndMarkNodeAdapter>("CollectionEndMark", Kind::Text, 16, 21,
+                                                      extended(operationCells, cell(3, 0)),
+                                                      extended(nativeCells, cell(2, 0)))};
 }
 
 std::vector<Row> makeTextRows()
@@ -304,6 +296,12 @@ std::vector<Row> makeTextRows()
         inTree<GenericTextRunNodeAdapter>("TextRun", 18, native(blocks, at(0), runs, at(0)), {19}),
         inTree<GenericRunNodeAdapter>("Run", 18, native(blocks, at(0), runs, at(1))),
         inTree<GenericCharCollectionNodeAdapter>("CharCollection", 19, native(blocks, at(0), runs, at(0), chars))};
+}
+
+template<class Adapter>
+std::type_index classOf(const Adapter& adapter)
+{
+    return typeid(adapter);
 }
 
 /// The class that the visitor's function was called for.
@@ -337,7 +335,7 @@ void expectAdapter(Adapter& adapter, const Expected& expected, std::type_index e
     EXPECT_EQ(expected._nodeType, static_cast<unsigned long>(adapter.getNodeType()));
     EXPECT_EQ(expected._children, collectFixedChildren(adapter));
     const auto twin = adapter.createConst();
-    EXPECT_EQ(expected._constClass, typeid(*twin));
+    EXPECT_EQ(expected._constClass, classOf(*twin));
     EXPECT_EQ(adapter.getNodeType(), twin->getNodeType());
     EXPECT_EQ(expected._children, collectFixedChildren(*twin));
 }
@@ -408,11 +406,13 @@ TEST(NodeAdapterCatalogue, NoClassIsMissing)
             nativeClasses.erase(inWorld._writableClass);
         }
     }
-    EXPECT_EQ(1u, operationClasses.count(typeid(InOperationWorld<GenericHeaderFooterPairNodeAdapter, false>)));
-    EXPECT_EQ(1u, nativeClasses.count(typeid(InNativeWorld<GenericHeaderFooterPairNodeAdapter, false>)));
-    EXPECT_EQ(1u, nativeClasses.count(typeid(InNativeWorld<GenericTombstoneNodeAdapter, false>)));
-    EXPECT_EQ(1u, operationClasses.size());
-    EXPECT_EQ(2u, nativeClasses.size());
+    // These have tests of their own.
+    const std::set<std::type_index> operationRest = {
+        typeid(InOperationWorld<GenericHeaderFooterPairNodeAdapter, false>)};
+    const std::set<std::type_index> nativeRest = {typeid(InNativeWorld<GenericHeaderFooterPairNodeAdapter, false>),
+                                                  typeid(InNativeWorld<GenericTombstoneNodeAdapter, false>)};
+    EXPECT_EQ(operationRest, operationClasses);
+    EXPECT_EQ(nativeRest, nativeClasses);
 }
 
 TEST(NodeAdapterCatalogue, AHeaderFooterPairIsThePairOfItsHeaderAndFooter)
@@ -429,7 +429,8 @@ TEST(NodeAdapterCatalogue, AHeaderFooterPairIsThePairOfItsHeaderAndFooter)
     using Header = InNativeWorld<GenericHeaderOrFooterNodeAdapter, false>;
     EXPECT_EQ(&pair.getFooter(), &cast<Footer>(*footer).getTextWithTombstones());
     EXPECT_EQ(&pair.getHeader(), &cast<Header>(*header).getTextWithTombstones());
-    EXPECT_EQ(typeid(InOperationWorld<GenericHeaderFooterPairNodeAdapter, false>), visitedClass(inOperations));
+    OperationNodeAdapter<false>& root = inOperations;
+    EXPECT_EQ(std::type_index(typeid(InOperationWorld<GenericHeaderFooterPairNodeAdapter, false>)), visitedClass(root));
 }
 
 TEST(NodeAdapterCatalogue, ATombstoneOfTheNativeWorldHasItsTypeAndNoChildren)
@@ -456,27 +457,26 @@ TEST(NodeAdapterCatalogue, AccessorsGiveTheDocumentsOwnObjects)
     const auto flat = [](unsigned long place)
     { return operation(fixed(Operation::TextWithTombstones), Addresses::at(place)); };
 
-    EXPECT_EQ(&paragraph,
-              &at(std::type_identity<GenericParagraphTagNodeAdapter<false>>(), flat(0))->getParagraph());
-    EXPECT_EQ(&paragraph,
-              &at(std::type_identity<GenericParagraphMarkNodeAdapter<false>>(), flat(6))->getParagraph());
+    EXPECT_EQ(&paragraph, &at(std::type_identity<GenericParagraphTagNodeAdapter<false>>(), flat(0))->getParagraph());
+    EXPECT_EQ(&paragraph, &at(std::type_identity<GenericParagraphMarkNodeAdapter<false>>(), flat(6))->getParagraph());
     EXPECT_EQ(paragraph.getRuns().at(0).get(),
               &at(std::type_identity<GenericRunTagNodeAdapter<false>>(), flat(1))->getRun());
     EXPECT_EQ(&table, &at(std::type_identity<InOperationWorld<GenericTableNodeAdapter, false>>(), flat(7))->getTable());
-    EXPECT_EQ(text.getBlocks().at(2).get(),
-              &at(std::type_identity<InOperationWorld<GenericSectionTagNodeAdapter, false>>(), flat(8))->getSectionTag());
+    EXPECT_EQ(
+        text.getBlocks().at(2).get(),
+        &at(std::type_identity<InOperationWorld<GenericSectionTagNodeAdapter, false>>(), flat(8))->getSectionTag());
     EXPECT_EQ(text.getBlocks().at(4).get(),
               &at(std::type_identity<InOperationWorld<FieldBlockAdapter, false>>(), flat(10))->getBlock());
     InOperationWorld<GenericFrameCollectionNodeAdapter, false> frames(table);
     EXPECT_EQ(&table.getFrames(), &frames.getFrames());
     const auto frame = frames.createChildAdapter(Addresses::at(2), true);
     EXPECT_EQ(table.getFrames().getElements().at(1).get(),
-              &cast<InOperationWorld<GenericFrameNodeAdapter, false>>(*frame).getFrame());
+              (&cast<InOperationWorld<GenericFrameNodeAdapter, false>>(*frame).getFrame()));
     InOperationWorld<GenericConditionalFormatCollectionNodeAdapter, false> formats(table);
     EXPECT_EQ(&table.getConditionalFormats(), &formats.getConditionalFormats());
     const auto format = formats.createChildAdapter(Addresses::at(1), true);
     EXPECT_EQ(table.getConditionalFormats().getElements().at(0).get(),
-              &cast<InOperationWorld<GenericConditionalFormatNodeAdapter, false>>(*format).getConditionalFormat());
+              (&cast<InOperationWorld<GenericConditionalFormatNodeAdapter, false>>(*format).getConditionalFormat()));
     const auto pair = at(std::type_identity<InOperationWorld<GenericHeaderFooterPairCollectionNodeAdapter, false>>(),
                          operation(fixed(Operation::HeaderFooterPairCollection)));
     EXPECT_EQ(&document.getHeadersFooters(), &pair->getHeadersFooters());
@@ -494,15 +494,15 @@ TEST(NodeAdapterCatalogue, ATemporaryRootLeadsToTextAsACellDoes)
     table.getOrCreateCell(RowIndex(0), ColumnIndex(0)).getTextWithTombstones() = makeSampleText();
     DOM::TextWithTombstones text = makeSampleText();
     InOperationWorld<GenericTemporaryDOMNodeAdapter, true> temporary(text);
-    const auto inCell = CellAdapterCreator<true>::makeCell<OperationNodeAddressTag, unsigned long>(
-        table, RowIndex(0), ColumnIndex(0));
+    const auto inCell =
+        CellAdapterCreator<true>::makeCell<OperationNodeAddressTag, unsigned long>(table, RowIndex(0), ColumnIndex(0));
     const auto ofTemporary = temporary.createChildAdapter(fixed(Operation::TextWithTombstones), true);
     const auto ofCell = inCell->createChildAdapter(fixed(Operation::TextWithTombstones), true);
     for (unsigned long place = 0; place <= 11; ++place)
     {
         const auto one = ofTemporary->createChildAdapter(at(place), true);
         const auto other = ofCell->createChildAdapter(at(place), true);
-        EXPECT_EQ(typeid(*one), typeid(*other)) << place;
+        EXPECT_EQ(classOf(*one), classOf(*other)) << place;
     }
 }
 

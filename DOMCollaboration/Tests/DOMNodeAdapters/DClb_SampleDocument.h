@@ -41,8 +41,10 @@ inline std::unique_ptr<DOM::Table> makeSampleTable()
 {
     auto table = std::make_unique<DOM::Table>(3, 2);
     table->replaceRowWithTombstone(CollaborationUtils::IndexIncludingTombstones(1));
-    table->getOrCreateCell(RowIndex(1), ColumnIndex(0)).getTextWithTombstones().getBlocks().push_back(
-        makeSampleParagraph("x"));
+    table->getOrCreateCell(RowIndex(1), ColumnIndex(0))
+        .getTextWithTombstones()
+        .getBlocks()
+        .push_back(makeSampleParagraph("x"));
     table->getFrames().getElements().push_back(std::make_unique<DOM::Frame>());
     table->getFrames().getElements().push_back(std::make_unique<DOM::Frame>());
     table->getFrames().getTombstones() = makeSampleTombstone(1);

@@ -133,7 +133,14 @@ public:
             {
                 applyTo(asAsked, *operation);
             }
-            _case.after(std::move(operation));
+            try
+            {
+                _case.after(std::move(operation));
+            }
+            catch (const AssertionFailure& failure)
+            {
+                FAIL() << failure.what();
+            }
             applyTo(_slots, _case.getHappened());
             EXPECT_EQ(print(_slots), print(_case.getText()));
             EXPECT_EQ("", findMisfit(_slots));
@@ -172,7 +179,10 @@ private:
         std::string notation;
         for (unsigned long count = 1 + pick(5); count > 0; --count)
         {
-            notation += _symbols[pick(_symbols.size())];
+            // A tag in front of anything but a byte is dropped, and its neighbours aren't checked again: such data may
+            // leave an invalid text, and the laws don't hold for it.
+            const bool needsByte = !notation.empty() && notation.back() == '|';
+            notation += needsByte ? 'x' : _symbols[pick(_symbols.size())];
         }
         return notation;
     }
