@@ -1,8 +1,8 @@
-/// What does a keystroke cost in a list with many tombstones? Each operation, on lists of a thousand to a million places
-/// with up to a hundred thousand ranges of tombstones; each answer is compared with one worked out beforehand.
+/// What does a keystroke cost in a list with many tombstones? Each operation, on lists of a thousand to a million
+/// places with up to a hundred thousand ranges of tombstones; each answer is compared with one worked out beforehand.
 ///
-/// The operations that change the storage come with the one that takes them back, so that a round is two of them and the
-/// storage is the same before each. `items_per_second` counts single operations.
+/// The operations that change the storage come with the one that takes them back, so that a round is two of them and
+/// the storage is the same before each. `items_per_second` counts single operations.
 
 #include "CU_TombstonesStorage.h"
 

@@ -85,7 +85,9 @@ template<class Derived, class Base, class Kind>
 class OperationImpl : public Base
 {
 public:
+    using Base::accept;
     using Base::Base;
+    using Base::cloneTo;
 
     void cloneTo(std::shared_ptr<Operation>& target) const override
     {

@@ -16,10 +16,9 @@ void requireAscending(const std::vector<TombstonesStorage::PlacesRange>& ranges)
     {
         if (ranges[i].getBegin() < ranges[i - 1].getEnd())
         {
-            throw cereal::Exception("The range of tombstones that begins at " +
-                                    std::to_string(ranges[i].getBegin().get()) +
-                                    " doesn't lie behind the one before it, which ends at " +
-                                    std::to_string(ranges[i - 1].getEnd().get()));
+            throw cereal::Exception(
+                "The range of tombstones that begins at " + std::to_string(ranges[i].getBegin().get()) +
+                " doesn't lie behind the one before it, which ends at " + std::to_string(ranges[i - 1].getEnd().get()));
         }
     }
 }

@@ -116,6 +116,7 @@ TombstonesStorage::Place TombstonesStorage::convertIndex(LiveIndex index) const
     const RunSummary total = _runs.getTotal();
     if (index.get() >= total._live)
     {
+        ZEM_ASSERT(index.get() <= maximalPlace - total._dead);
         return Place(index.get() + total._dead);
     }
     return Place(index.get() + _runs.find(liveOf, index.get()).getBefore()._dead);

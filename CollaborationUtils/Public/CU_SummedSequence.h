@@ -6,7 +6,7 @@
 /// the dead ones. The sequence answers "in which item do we stand after 1000 bytes, and how many characters came
 /// before it" in logarithmic time, and takes an item in, out or changed at any place in the same time.
 ///
-/// It is a B+-tree without keys. The items lie in the leaves, 32 to a leaf at most. An entry of an inner node holds a
+/// It is a B+-tree without keys. The items lie in the leaves, 16 to a leaf at most. An entry of an inner node holds a
 /// child, the number of items below it and the sum of their summaries. To find a place, one walks down, skipping
 /// entries from the left as long as what is looked for lies behind them, and adds up what one skips:
 ///
@@ -15,10 +15,10 @@
 ///
 ///     after 46:   skip the first entry (40 <= 46), walk down; there 8 > 6, so it is item 5, with a sum of 40 before it
 ///
-/// Nodes don't own each other: all leaves lie in one array and all inner nodes in another, and name each other by number,
-/// so that there is no allocation per item and a copy of the sequence copies two arrays.
+/// Nodes don't own each other: all leaves lie in one array and all inner nodes in another, and name each other by
+/// number, so that there is no allocation per item and a copy of the sequence copies two arrays.
 ///
-///     1. A node has 1 to 32 entries; a node that isn't the root at least 8, an inner root at least 2.
+///     1. A node has 1 to 16 entries; a node that isn't the root at least 4, an inner root at least 2.
 ///     2. A branch holds the number of items below it, and the sum of their summaries.
 ///     3. The totals of the tree are those of its root.
 ///     4. Every node of the pools is either in the tree, once, or free.
@@ -38,6 +38,7 @@
 namespace Zem::CollaborationUtils
 {
 
+/// The sequence as a value: a copy has items of its own, and what was moved from is empty.
 template<class Item>
 class SummedSequence
 {
@@ -113,8 +114,8 @@ public:
         return _tree ? _tree->getTotals()._sum : Summary{};
     }
 
-    /// The first item at whose end the sum of `projection(summary)` over all items so far is more than `target`; the end
-    /// if there is none. `projection` must be additive, and never negative. Logarithmic.
+    /// The first item at whose end the sum of `projection(summary)` over all items so far is more than `target`; the
+    /// end if there is none. `projection` must be additive, and never negative. Logarithmic.
     template<class Projection>
     Place find(const Projection& projection, Sum<Projection> target) const;
 

@@ -18,14 +18,15 @@ namespace Zem::CollaborationUtils
 /// A small value with an additive summary, whose default is zero.
 template<class Item>
 concept SummedItem = std::default_initializable<Item> && std::copyable<Item> &&
-                     std::equality_comparable<typename Item::Summary> &&
-                     requires(const Item& item, typename Item::Summary sum, const typename Item::Summary& other) {
-                         {
-                             item.getSummary()
-                         } -> std::convertible_to<typename Item::Summary>;
-                         sum += other;
-                         sum -= other;
-                     };
+    std::equality_comparable<typename Item::Summary> &&
+    requires(const Item& item, typename Item::Summary sum, const typename Item::Summary& other)
+{
+    {
+        item.getSummary()
+        } -> std::convertible_to<typename Item::Summary>;
+    sum += other;
+    sum -= other;
+};
 
 namespace SummedSequenceDetails
 {

@@ -15,7 +15,7 @@ namespace Zem::CollaborationUtils::SummedSequenceDetails
 {
 
 /// Trees are at most as high as the numbers of nodes can make them.
-constexpr unsigned maximalHeight = 12;
+constexpr unsigned maximalHeight = 16;
 
 struct Step
 {
@@ -534,8 +534,7 @@ typename Tree<Item>::Totals Tree<Item>::checkNode(NodeNumber node, unsigned leve
     for (unsigned slot = 0; slot < entriesCount; ++slot)
     {
         const Branch& branch = _inners[node]._entries[slot];
-        ZEM_ASSERT_MESSAGE(checkNode(branch._child, level - 1, count) == branch._totals,
-                           "SummedSequence: invariant 2");
+        ZEM_ASSERT_MESSAGE(checkNode(branch._child, level - 1, count) == branch._totals, "SummedSequence: invariant 2");
     }
     return _inners[node].sumUp();
 }

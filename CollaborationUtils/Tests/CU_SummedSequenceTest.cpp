@@ -381,8 +381,9 @@ TEST(SummedSequence, AgreesWithAVectorThroughRandomOperations)
     const auto seed = std::random_device{}();
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     std::mt19937_64 random(seed);
-    const auto makeItem = [&]
-    { return Stretch{static_cast<unsigned>(random() % 5), static_cast<unsigned>(random() % 3)}; };
+    const auto makeItem = [&] {
+        return Stretch{static_cast<unsigned>(random() % 5), static_cast<unsigned>(random() % 3)};
+    };
     for (const std::size_t size : {std::size_t{0}, 30 * fanout * fanout})
     {
         std::vector<Stretch> expected = makeItems(size);

@@ -251,6 +251,8 @@ TEST(TombstonesStorage, RefusesMorePlacesThanCanBeCounted)
     TombstonesStorage storage({range(~0UL - 2, ~0UL - 1)});
     EXPECT_ASSERTION(storage.insertElements(Place{0}, 2), "count <= maximalPlace - _runs.getTotal().getPlaces()");
     EXPECT_ASSERTION(storage.replaceWithTombstones(Place{~0UL - 1}, 2), "count <= maximalPlace - begin.get()");
+    EXPECT_EQ(Place{~0UL}, storage.convertIndex(LiveIndex{~0UL - 1}));
+    EXPECT_ASSERTION(storage.convertIndex(LiveIndex{~0UL}), "index.get() <= maximalPlace - total._dead");
     EXPECT_EQ(LiveIndex{0}, storage.insertElement(Place{0}));
     EXPECT_EQ((std::vector<PlacesRange>{range(~0UL - 1, ~0UL)}), storage.getRanges());
     storage.checkInvariants();

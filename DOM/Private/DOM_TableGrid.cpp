@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <utility>
 
 namespace Zem::DOM
@@ -465,7 +466,7 @@ void TableGrid::checkLines(std::vector<std::string>& broken) const
     }
     std::size_t linesCount = 0;
     std::size_t cellsCount = 0;
-    boost::optional<typename Axis::Index> previousIndex;
+    std::optional<typename Axis::Index> previousIndex;
     for (const Line<Axis>& line : lines.getOrderedLines())
     {
         ++linesCount;
@@ -477,7 +478,7 @@ void TableGrid::checkLines(std::vector<std::string>& broken) const
             return;
         }
         previousIndex = lines.getIndex(line);
-        boost::optional<typename Axis::Crossing::Index> previousCrossing;
+        std::optional<typename Axis::Crossing::Index> previousCrossing;
         for (const CellSlot& slot : line._cells)
         {
             ++cellsCount;

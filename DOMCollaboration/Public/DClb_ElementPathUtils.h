@@ -47,10 +47,10 @@ ZEM_EXPORT std::unique_ptr<OperationNodeAdapter<true>>
 createDOMNodeAdapterIfPossible(const DocumentAdapterWithNodeAdapter& document, const OperationNodeAddress& address);
 
 /// The address of the same node in the other world.
-/// Fails: "There is no element corresponding to the passed address"; "Leave node doesn't have children" for an address
-/// that goes on below a leaf; "No corresponding node type" and "Invalid code branch" for fixed steps that the other
-/// world doesn't have; "index < size()" and the like for a block or run that isn't there; `boost::bad_get` for a chunk
-/// of the wrong kind.
+/// Fails: "There is no element corresponding to the passed address"; an assertion of `getPlaneIndexOfBlock` for a block
+/// beyond the end of its text; "Leave node doesn't have children" for an address that goes on below a leaf; "No
+/// corresponding node type" and "Invalid code branch" for fixed steps that the other world doesn't have; as
+/// `getPlaneIndexAndMoveToNextOperationElement`; `boost::bad_get` for a chunk of the wrong kind at a collection.
 ZEM_EXPORT OperationNodeAddress convertNodeAddress(const DocumentAdapterWithNodeAdapter& document,
                                                    const NativeNodeAddress& address);
 

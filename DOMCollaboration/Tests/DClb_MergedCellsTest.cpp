@@ -162,7 +162,7 @@ TEST(MergedCells, RandomTablesAreScannedAsTheDefinitionSays)
     const auto below = [&](unsigned long limit)
     { return std::uniform_int_distribution<unsigned long>(0, limit - 1)(random); };
     constexpr unsigned long size = 8;
-    for (int round = 0; round < 200; ++round)
+    for (int round = 0; round < 25; ++round)
     {
         DOM::Table table(size, size);
         for (int attempt = 0; attempt < 8; ++attempt)

@@ -94,7 +94,7 @@ protected:
     RowColumnConversionTest()
         : _table(4, 4)
     {
-        for (const unsigned long crossing : {0, 2, 3})
+        for (const unsigned long crossing : {0ul, 2ul, 3ul})
         {
             Lines::getCell(_table, 1, crossing)
                 .getTextWithTombstones()

@@ -11,7 +11,8 @@ namespace
 /// Reads the string at the place where the archive stands. `iterators` and `search` are private members of the archive:
 /// its public functions give no way to the length of a string.
 template<class Iterators, class Search>
-void loadWholeString(JSONInputArchive& archive, Iterators JSONInputArchive::*iterators, Search search, std::string& text)
+void loadWholeString(JSONInputArchive& archive, Iterators JSONInputArchive::*iterators, Search search,
+                     std::string& text)
 {
     (archive.*search)();
     auto& iterator = (archive.*iterators).back();

@@ -69,7 +69,8 @@ decltype(auto) derefPtr(Pointer&& pointer, const char* file = __builtin_FILE(), 
 } // namespace Zem
 
 /// Requires a condition; its text is the message.
-#define ZEM_ASSERT(...) (static_cast<bool>(__VA_ARGS__) ? void(0) : ::Zem::doFailAssert(__FILE__, __LINE__, #__VA_ARGS__))
+#define ZEM_ASSERT(...)                                                                                                \
+    (static_cast<bool>(__VA_ARGS__) ? void(0) : ::Zem::doFailAssert(__FILE__, __LINE__, #__VA_ARGS__))
 
 /// Requires a condition, with a message of its own.
 #define ZEM_ASSERT_MESSAGE(condition, message)                                                                         \

@@ -16,13 +16,14 @@ class CallableRef<Result(Arguments...)>
 {
 public:
     template<class Callable>
-        requires(!std::is_same_v<std::remove_cvref_t<Callable>, CallableRef> &&
-                 !std::is_function_v<std::remove_reference_t<Callable>> &&
-                 std::is_invocable_r_v<Result, Callable&, Arguments...>)
-    CallableRef(Callable&& callable)
-        : _call([](Target target, Arguments... arguments) -> Result
-                { return (*static_cast<std::remove_reference_t<Callable>*>(target._object))(
-                      std::forward<Arguments>(arguments)...); })
+    requires(!std::is_same_v<std::remove_cvref_t<Callable>, CallableRef> &&
+             !std::is_function_v<std::remove_reference_t<Callable>> &&
+             std::is_invocable_r_v<Result, Callable&, Arguments...>) CallableRef(Callable&& callable)
+        : _call(
+              [](Target target, Arguments... arguments) -> Result {
+                  return (*static_cast<std::remove_reference_t<Callable>*>(target._object))(
+                      std::forward<Arguments>(arguments)...);
+              })
     {
         _target._object = const_cast<void*>(static_cast<const void*>(std::addressof(callable)));
     }

@@ -18,8 +18,8 @@ namespace Zem
 
 /// A reference cast down or across. Fails: `std::bad_cast` when the object is of another type.
 template<class Target, class Source>
-    requires(!std::is_pointer_v<Source>)
-auto cast(Source& source) -> std::conditional_t<std::is_const_v<Source>, const Target&, Target&>
+requires(!std::is_pointer_v<Source>) auto cast(Source& source)
+    -> std::conditional_t<std::is_const_v<Source>, const Target&, Target&>
 {
     using Result = std::conditional_t<std::is_const_v<Source>, const Target, Target>;
     return dynamic_cast<Result&>(source);
@@ -100,8 +100,8 @@ constexpr char byteCast(short value)
 }
 
 /// Parses a whole number. `endPosition`, if given, receives the number of characters read; otherwise the whole text
-/// must be the number. Blanks and a sign may stand in front of it. Empty when there is no number, or when it doesn't fit
-/// a `long`. Fails: "base == 0 || (2 <= base && base <= 36)"; base 0 goes by the prefix of the number.
+/// must be the number. Blanks and a sign may stand in front of it. Empty when there is no number, or when it doesn't
+/// fit a `long`. Fails: "base == 0 || (2 <= base && base <= 36)"; base 0 goes by the prefix of the number.
 ZEM_EXPORT std::optional<long> strToLong(const std::string& text, unsigned long* endPosition, int base);
 
 } // namespace Zem

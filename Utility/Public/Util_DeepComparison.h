@@ -101,7 +101,8 @@ struct IsPair<std::pair<First, Second>> : std::true_type
 
 /// A map in the order of its keys.
 template<class T>
-concept IsMap = requires {
+concept IsMap = requires
+{
     typename T::key_compare;
     typename T::mapped_type;
 };

@@ -20,15 +20,15 @@ concept ClonableItself = std::derived_from<T, Clonable<T>>;
 
 /// Copying by the copy constructor can't slice such an object.
 template<class T>
-concept CopyableWhole = (!std::is_polymorphic_v<T> || std::is_final_v<T>) && std::copy_constructible<T>;
+concept CopyableWhole = (!std::is_polymorphic_v<T> || std::is_final_v<T>)&&std::copy_constructible<T>;
 
 } // namespace CopyDetails
 
 /// A copy of the object that `pointer` owns: a clone of its dynamic type, if it is `Clonable`, else made by the copy
 /// constructor, which classes with virtual functions must then not leave open to slicing. Null gives null.
 template<class T>
-    requires(CopyDetails::ClonableItself<T> || CopyDetails::CopyableWhole<T>)
-std::unique_ptr<T> deepCopy(const std::unique_ptr<T>& pointer)
+requires(CopyDetails::ClonableItself<T> ||
+         CopyDetails::CopyableWhole<T>) std::unique_ptr<T> deepCopy(const std::unique_ptr<T>& pointer)
 {
     if (!pointer)
     {
@@ -59,8 +59,7 @@ std::vector<std::unique_ptr<T>> deepCopy(const std::vector<std::unique_ptr<T>>& 
 
 /// Any other value is copied as it is.
 template<class T>
-    requires std::copy_constructible<T>
-T deepCopy(const T& value)
+requires std::copy_constructible<T> T deepCopy(const T& value)
 {
     return value;
 }

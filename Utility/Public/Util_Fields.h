@@ -60,7 +60,11 @@ struct IsListOf<T, List, 0> : std::is_empty<T>
 
 /// A class that has a list of fields.
 template<class T>
-concept HasFields = requires { T::fields(); } && FieldsDetails::IsListOf<T, decltype(T::fields())>::value;
+concept HasFields = requires
+{
+    T::fields();
+}
+&&FieldsDetails::IsListOf<T, decltype(T::fields())>::value;
 
 /// Calls `callable` with each row of the list of `T`, in order.
 template<HasFields T, class Callable>

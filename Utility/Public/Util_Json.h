@@ -1,8 +1,8 @@
 #pragma once
 
-/// The JSON forms of Boost's and our own small types, and how a class gets one. Only .cpp files include this header, and
-/// they include it in place of cereal's own ones: what it adds to the input archive must be known wherever that archive
-/// is used.
+/// The JSON forms of Boost's and our own small types, and how a class gets one. Only .cpp files include this header,
+/// and they include it in place of cereal's own ones: what it adds to the input archive must be known wherever that
+/// archive is used.
 ///
 ///     class Comment                                     // DOM_Comment.h: the form is declared, not defined
 ///     {
@@ -10,8 +10,8 @@
 ///         void serialize(Archive& archive);
 ///     };
 ///
-///     template<class Archive>                           // DOM_Comment.cpp: defined, and instantiated for both archives
-///     void Comment::serialize(Archive& archive)
+///     template<class Archive>                           // DOM_Comment.cpp: defined, and instantiated for both
+///     archives void Comment::serialize(Archive& archive)
 ///     {
 ///         archive(cereal::make_nvp("_text", _text));
 ///     }
@@ -25,7 +25,8 @@
 ///     - A small integer that doesn't fit its type is refused, not cut.
 ///     - A string keeps what stands behind a zero character.
 ///     - A negative "which" is refused.
-///     - A pointer that repeats an id gets the object of that id only if it is of the same class. An object can be named
+///     - A pointer that repeats an id gets the object of that id only if it is of the same class. An object can be
+///     named
 ///       only once it is complete, so that no object contains itself.
 
 #include "Util_BoolOpt.h"

@@ -1,6 +1,7 @@
 #pragma once
 
-/// What the JSON input archive does otherwise than cereal's own, as `Util_Json.h` lists it. It is a part of that header.
+/// What the JSON input archive does otherwise than cereal's own, as `Util_Json.h` lists it. It is a part of that
+/// header.
 
 #include "Util_Export.h"
 
@@ -39,8 +40,7 @@ template<class T>
 void registerLoadedObject(cereal::JSONInputArchive& archive, std::uint32_t id, std::shared_ptr<T> object)
 {
     T* const address = object.get();
-    archive.registerSharedPointer(id,
-                                  std::shared_ptr<void>(address, JsonDetails::LoadedObject<T>{std::move(object)}));
+    archive.registerSharedPointer(id, std::shared_ptr<void>(address, JsonDetails::LoadedObject<T>{std::move(object)}));
 }
 
 /// The object that was registered under `id`; null for id 0.
@@ -77,8 +77,8 @@ void load(JSONInputArchive& archive, std::string& text);
 
 /// Shared pointers. Fails: `Exception` when the id was never seen, or belongs to an object of another class.
 template<class T>
-    requires(!traits::has_load_and_construct<T, JSONInputArchive>::value)
-void load(JSONInputArchive& archive, memory_detail::PtrWrapper<std::shared_ptr<T>&>& wrapper)
+requires(!traits::has_load_and_construct<T, JSONInputArchive>::value) void load(
+    JSONInputArchive& archive, memory_detail::PtrWrapper<std::shared_ptr<T>&>& wrapper)
 {
     using Object = std::remove_const_t<T>;
     std::uint32_t id = 0;

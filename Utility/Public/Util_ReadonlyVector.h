@@ -26,7 +26,8 @@ struct DerefAndMakeConstFunctor
 
 } // namespace ReadonlyFixedVectorDetails
 
-/// A read-only view of a vector, whose elements are shown through `Functor`. It refers to the vector and copies nothing.
+/// A read-only view of a vector, whose elements are shown through `Functor`. It refers to the vector and copies
+/// nothing.
 template<class V, class Functor = ReadonlyFixedVectorDetails::DerefAndMakeConstFunctor>
 class ReadonlyVector
 {

@@ -23,22 +23,19 @@ public:
     }
 
     template<class Derived>
-        requires std::is_convertible_v<Derived*, const T*>
-    SharedConstPtr(std::shared_ptr<Derived> value)
+    requires std::is_convertible_v<Derived*, const T*> SharedConstPtr(std::shared_ptr<Derived> value)
         : _value(std::move(value))
     {
     }
 
     template<class Derived>
-        requires std::is_convertible_v<Derived*, const T*>
-    SharedConstPtr(std::unique_ptr<Derived> value)
+    requires std::is_convertible_v<Derived*, const T*> SharedConstPtr(std::unique_ptr<Derived> value)
         : _value(std::move(value))
     {
     }
 
     template<class Derived>
-        requires std::is_convertible_v<const Derived*, const T*>
-    SharedConstPtr(const SharedConstPtr<Derived>& other)
+    requires std::is_convertible_v<const Derived*, const T*> SharedConstPtr(const SharedConstPtr<Derived>& other)
         : _value(other.getShared())
     {
     }

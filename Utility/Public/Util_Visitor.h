@@ -124,10 +124,9 @@ private:
 };
 
 template<class Visitable>
-using VisitorOfVisitable =
-    std::conditional_t<std::is_const_v<std::remove_reference_t<Visitable>>,
-                       typename std::remove_cvref_t<Visitable>::ConstVisitorType,
-                       typename std::remove_cvref_t<Visitable>::VisitorType>;
+using VisitorOfVisitable = std::conditional_t<std::is_const_v<std::remove_reference_t<Visitable>>,
+                                              typename std::remove_cvref_t<Visitable>::ConstVisitorType,
+                                              typename std::remove_cvref_t<Visitable>::VisitorType>;
 
 } // namespace VisitorDetails
 

@@ -113,7 +113,8 @@ TEST(DeepComparison, PointersCountAsTheirPointees)
 
 TEST(DeepComparison, PointersToPointersAreFollowedToTheEnd)
 {
-    const auto pointerTo = [](int value) { return std::make_unique<std::unique_ptr<int>>(std::make_unique<int>(value)); };
+    const auto pointerTo = [](int value)
+    { return std::make_unique<std::unique_ptr<int>>(std::make_unique<int>(value)); };
     EXPECT_TRUE(areDeeplyEqual(pointerTo(1), pointerTo(1)));
     EXPECT_FALSE(areDeeplyEqual(pointerTo(1), pointerTo(2)));
 }
@@ -187,8 +188,9 @@ TEST(DeepComparison, ZerosOfBothSignsAreEqualAndHashAlike)
 
 TEST(DeepComparison, ClassesCompareAndHashByTheirFields)
 {
-    const auto make = [](const char* text, boost::optional<float> number, unsigned long row)
-    { return Mixture{std::make_shared<const std::string>(text), number, RowIndex{row}}; };
+    const auto make = [](const char* text, boost::optional<float> number, unsigned long row) {
+        return Mixture{std::make_shared<const std::string>(text), number, RowIndex{row}};
+    };
     expectHashedByContent(make("a", 1.5F, 2), make("a", 1.5F, 2), make("b", 1.5F, 2));
     expectHashedByContent(make("a", 1.5F, 2), make("a", 1.5F, 2), make("a", boost::none, 2));
     expectHashedByContent(make("a", 1.5F, 2), make("a", 1.5F, 2), make("a", 1.5F, 3));

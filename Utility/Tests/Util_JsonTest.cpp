@@ -319,10 +319,9 @@ TEST(Json, AMissingKeyIsRefusedByName)
 
 TEST(Json, AMemberOfTheWrongTypeFailsTheParsersTest)
 {
-    const auto expectFailure = [](auto value, const std::string& json, const std::string& test)
-    {
+    const auto expectFailure = [](auto value, const std::string& json, const std::string& test) {
         expectRefused<decltype(value), cereal::RapidJSONException>(json,
-                                                                  "rapidjson internal assertion failure: " + test);
+                                                                   "rapidjson internal assertion failure: " + test);
     };
     expectFailure(short(), R"("5")", "data_.f.flags & kIntFlag");
     expectFailure(int(), "5000000000", "data_.f.flags & kIntFlag");
@@ -337,8 +336,7 @@ TEST(Json, AMemberOfTheWrongTypeFailsTheParsersTest)
 
 TEST(Json, ASmallNumberThatDoesNotFitIsRefused)
 {
-    const auto expectFailure = [](auto value, const std::string& number)
-    {
+    const auto expectFailure = [](auto value, const std::string& number) {
         expectRefused<decltype(value)>(number, "The number " + number + " doesn't fit the member that it is read into");
     };
     expectFailure(short(), "32768");
@@ -397,8 +395,8 @@ TEST(Json, APointerToAnObjectOfAnotherClassIsRefused)
     const std::string message =
         "Error while trying to deserialize a smart pointer. Id 1 belongs to an object of another class";
     using Pointers = std::pair<std::shared_ptr<const int>, std::shared_ptr<const Colour>>;
-    expectRefused<Pointers>(
-        R"({"first":{"ptr_wrapper":{"id":2147483649,"data":5}},"second":{"ptr_wrapper":{"id":1}}})", message);
+    expectRefused<Pointers>(R"({"first":{"ptr_wrapper":{"id":2147483649,"data":5}},"second":{"ptr_wrapper":{"id":1}}})",
+                            message);
     expectRefused<std::vector<std::shared_ptr<const Shape>>>(
         R"([{"polymorphic_id":2147483649,"polymorphic_name":"Test::Circle",)"
         R"("ptr_wrapper":{"id":2147483649,"data":{"value0":{},"_radius":3}}},)"

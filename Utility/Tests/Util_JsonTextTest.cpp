@@ -76,8 +76,7 @@ void expectReadOrRefused(const std::string& text)
 
 TEST(JsonText, IsOneLineWithoutBlanks)
 {
-    EXPECT_EQ(R"([{"key":"a b\n","value":[1,2]}])",
-              toJson(std::map<std::string, std::vector<int>>{{"a b\n", {1, 2}}}));
+    EXPECT_EQ(R"([{"key":"a b\n","value":[1,2]}])", toJson(std::map<std::string, std::vector<int>>{{"a b\n", {1, 2}}}));
     EXPECT_EQ("5", toJson(5));
 }
 
@@ -89,8 +88,9 @@ TEST(JsonText, MayBeReadWithBlanks)
 
 TEST(JsonText, RefusesWhatIsNotJson)
 {
-    for (const char* text : {"", " ", "{", "[1", "[1,]", R"({"_value")", R"({"_value":})", "nul", R"("open)", "1 2", "]", "}{",
-                             R"({"_value":1}})", R"({"_value":1},{})", R"(1,"more":2)", "1}", R"([1]])", "\xFF", "'1'"})
+    for (const char* text :
+         {"", " ", "{", "[1", "[1,]", R"({"_value")", R"({"_value":})", "nul", R"("open)", "1 2", "]", "}{",
+          R"({"_value":1}})", R"({"_value":1},{})", R"(1,"more":2)", "1}", R"([1]])", "\xFF", "'1'"})
     {
         EXPECT_THROW(fromJson<RowIndex>(text), cereal::Exception) << text;
         EXPECT_THROW(fromJson<int>(text), cereal::Exception) << text;

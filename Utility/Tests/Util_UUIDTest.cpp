@@ -67,7 +67,8 @@ TEST(UUID, VariesInAllItsOtherBits)
         }
     }
     EXPECT_EQ((UUID::Bytes{255, 255, 255, 255, 255, 255, 0x4F, 255, 0xBF, 255, 255, 255, 255, 255, 255, 255}), everSet);
-    EXPECT_EQ((UUID::Bytes{255, 255, 255, 255, 255, 255, 0xBF, 255, 0x7F, 255, 255, 255, 255, 255, 255, 255}), everClear);
+    EXPECT_EQ((UUID::Bytes{255, 255, 255, 255, 255, 255, 0xBF, 255, 0x7F, 255, 255, 255, 255, 255, 255, 255}),
+              everClear);
 }
 
 TEST(UUID, ThreadsGenerateDifferentOnes)

@@ -98,15 +98,15 @@ TEST(Visitor, OneCallableMayTakeAllTypes)
 {
     const Square square;
     const Shape& shape = square;
-    EXPECT_TRUE(visitWith<bool>(shape, [&](const auto& visited) { return static_cast<const void*>(&visited) == &shape; }));
+    EXPECT_TRUE(
+        visitWith<bool>(shape, [&](const auto& visited) { return static_cast<const void*>(&visited) == &shape; }));
 }
 
 TEST(Visitor, MayReturnWhatOnlyMoves)
 {
     const Circle circle;
     const Shape& shape = circle;
-    const auto result =
-        visitWith<std::unique_ptr<int>>(shape, [](const auto&) { return std::make_unique<int>(3); });
+    const auto result = visitWith<std::unique_ptr<int>>(shape, [](const auto&) { return std::make_unique<int>(3); });
     EXPECT_EQ(3, *result);
 }
 

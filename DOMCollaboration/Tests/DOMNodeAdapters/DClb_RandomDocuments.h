@@ -31,7 +31,7 @@ public:
     {
         DOM::TextWithTombstones text;
         unsigned long size = 0;
-        for (unsigned long count = below(4); count > 0; --count)
+        for (unsigned long count = below(6); count > 0; --count)
         {
             text.getBlocks().push_back(makeBlock(depth, size));
         }

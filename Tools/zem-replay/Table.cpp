@@ -1,0 +1,103 @@
+#include "Replay.h"
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace ZemReplay
+{
+
+namespace
+{
+
+double getBest(const std::vector<double>& times)
+{
+    return *std::min_element(times.begin(), times.end());
+}
+
+double getMedian(std::vector<double> times)
+{
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
+std::string formatRate(unsigned long count, double time)
+{
+    return std::to_string(time > 0 ? static_cast<unsigned long>(static_cast<double>(count) / time) : 0);
+}
+
+/// The name of a file without its folders.
+std::string getShortName(const std::string& name)
+{
+    return name.substr(name.rfind('/') + 1);
+}
+
+using Row = std::vector<std::string>;
+
+Row makeHeading(bool hasReverse)
+{
+    Row row{"history", "operations", "best op/s", "median op/s"};
+    if (hasReverse)
+    {
+        row.insert(row.end(), {"back op/s", "again op/s"});
+    }
+    row.insert(row.end(), {"characters", "paragraphs", "slots", "dead ranges"});
+    return row;
+}
+
+Row makeRow(const ReplayResult& result, bool hasReverse)
+{
+    const unsigned long count = result._operationsCount;
+    Row row{getShortName(result._name), std::to_string(count), formatRate(count, getBest(result._playTimes)),
+            formatRate(count, getMedian(result._playTimes))};
+    if (hasReverse)
+    {
+        row.push_back(formatRate(count, getBest(result._reverseTimes)));
+        row.push_back(formatRate(count, getBest(result._againTimes)));
+    }
+    for (const unsigned long number :
+         {result._charactersCount, result._paragraphsCount, result._slotsCount, result._deadRangesCount})
+    {
+        row.push_back(std::to_string(number));
+    }
+    return row;
+}
+
+std::string formatPeakMemory()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    char line[64];
+    std::snprintf(line, sizeof line, "peak memory: %.1f MiB\n", static_cast<double>(usage.ru_maxrss) / 1024);
+    return line;
+}
+
+} // namespace
+
+std::string formatTable(const std::vector<ReplayResult>& results, bool hasReverse)
+{
+    std::vector<Row> rows{makeHeading(hasReverse)};
+    for (const ReplayResult& result : results)
+    {
+        rows.push_back(makeRow(result, hasReverse));
+    }
+    std::string table;
+    for (const Row& row : rows)
+    {
+        for (std::size_t column = 0; column < row.size(); ++column)
+        {
+            std::size_t width = 0;
+            for (const Row& other : rows)
+            {
+                width = std::max(width, other[column].size());
+            }
+            const std::string padding(width - row[column].size(), ' ');
+            table += column == 0 ? row[column] + padding : "  " + padding + row[column];
+        }
+        table += '\n';
+    }
+    return table + formatPeakMemory();
+}
+
+} // namespace ZemReplay
