@@ -222,8 +222,8 @@ void Crossing::crossUnits(Parts& first, Parts& second, TieResolveCondition tieRe
     second = secondFrame.putAround(std::move(secondParts));
 }
 
-/// If `restoring` is a unit whose restoring ends a shadow on `shadowed`, the latter joins it behind those that it brings
-/// along already: it was made after these, and knows them.
+/// If `restoring` is a unit whose restoring ends a shadow on `shadowed`, the latter joins it behind those that it
+/// brings along already: it was made after these, and knows them.
 bool Crossing::joinRestoring(Parts& restoring, Parts& shadowed, TieResolveCondition tieResolveCondition) const
 {
     const unsigned long deadPlacesCount = countDeadPlaces(*shadowed.front());

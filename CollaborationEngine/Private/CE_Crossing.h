@@ -19,7 +19,8 @@ namespace Zem::CollaborationEngine
 ///        o------o------o
 ///
 /// A part is an atomic or a shadowed operation, or a composite that brings shadowed operations along. Only a part that
-/// splits is taken through a grid of its own, so that the depth of the calls depends on the splits and not on the length.
+/// splits is taken through a grid of its own, so that the depth of the calls depends on the splits and not on the
+/// length.
 class Crossing
 {
 public:

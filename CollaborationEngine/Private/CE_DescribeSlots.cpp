@@ -100,7 +100,8 @@ SlotOperation describeMultirange(const ListMultirangeOperationImpl<T>& operation
     slots._action = getAction<T>(shadows);
     const std::vector<T>& nestedOperations = operation.getNestedOperations();
     slots._pieces.reserve(nestedOperations.size());
-    for (auto nestedOperation = nestedOperations.rbegin(); nestedOperation != nestedOperations.rend(); ++nestedOperation)
+    for (auto nestedOperation = nestedOperations.rbegin(); nestedOperation != nestedOperations.rend();
+         ++nestedOperation)
     {
         const SlotPiece piece = describePiece(*nestedOperation, shadows);
         if (!slots._pieces.empty())

@@ -61,8 +61,8 @@ const SameNodeTransformer* HierarchicalOperationTransformer::findSameNodeTransfo
     return findTransformer(_sameNodeTransformers, nodeType);
 }
 
-const AncestorCollectionModificationTransformer* HierarchicalOperationTransformer::findAdressModifierTransformer(
-    unsigned long nodeType) const
+const AncestorCollectionModificationTransformer*
+HierarchicalOperationTransformer::findAdressModifierTransformer(unsigned long nodeType) const
 {
     return findTransformer(_adressModifierTransformers, nodeType);
 }

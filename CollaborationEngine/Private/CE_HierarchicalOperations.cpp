@@ -149,9 +149,10 @@ SetPropertyOperation::SetPropertyOperation(OperationNodeAddress nodeAddress, uns
     derefPtr(_newValue);
 }
 
-std::unique_ptr<SetPropertyOperation> SetPropertyOperation::makeNewSetPropertyOperation(
-    OperationNodeAddress nodeAddress, unsigned long nodeType, unsigned long propertyId,
-    std::unique_ptr<DataValue> oldValue, std::unique_ptr<DataValue> newValue)
+std::unique_ptr<SetPropertyOperation>
+SetPropertyOperation::makeNewSetPropertyOperation(OperationNodeAddress nodeAddress, unsigned long nodeType,
+                                                  unsigned long propertyId, std::unique_ptr<DataValue> oldValue,
+                                                  std::unique_ptr<DataValue> newValue)
 {
     return std::make_unique<SetPropertyOperation>(std::move(nodeAddress), nodeType, propertyId,
                                                   SharedConstPtr<DataValue>(std::move(oldValue)),

@@ -1,8 +1,8 @@
 #pragma once
 
 /// How deletions of one thing are counted. Each deletion holds it down; it lives when nothing does. A marking is the
-/// first deletion, a leaving any further one. A restoring ends all holds; brought past a leaving it becomes a releasing of
-/// all that it knew. The undoing of a leaving is a releasing of that one hold.
+/// first deletion, a leaving any further one. A restoring ends all holds; brought past a leaving it becomes a releasing
+/// of all that it knew. The undoing of a leaving is a releasing of that one hold.
 
 #include "CE_Shadows.h"
 
@@ -35,8 +35,9 @@ inline unsigned long countHoldersPastLeaving(unsigned long first, unsigned long 
     return first == 0 || second == 0 ? first : first + 1;
 }
 
-/// How many deletions are left when two releasings have let go; empty if the second one let go what the first one would.
-/// A releasing of one deletion counts as one of those that a releasing of all didn't know: most come later than that.
+/// How many deletions are left when two releasings have let go; empty if the second one let go what the first one
+/// would. A releasing of one deletion counts as one of those that a releasing of all didn't know: most come later than
+/// that.
 boost::optional<unsigned long> countHoldersPastReleasing(const Shadows& first, const Shadows& second);
 
 } // namespace Zem::CollaborationEngine

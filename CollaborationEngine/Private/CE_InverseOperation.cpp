@@ -72,9 +72,8 @@ OperationUPtr invertMap(const MapOperation& operation, const Shadows* shadows)
         operation,
         [&](const MapInsert& insert)
         {
-            return heldBy == 0
-                       ? make(std::unique_ptr<MapRemove>(), insert.getData())
-                       : make(std::unique_ptr<MapLeaveRemovedOperation>(), insert.getData(), heldBy);
+            return heldBy == 0 ? make(std::unique_ptr<MapRemove>(), insert.getData())
+                               : make(std::unique_ptr<MapLeaveRemovedOperation>(), insert.getData(), heldBy);
         },
         [&](const MapRemove& remove) { return make(std::unique_ptr<MapInsert>(), remove.getData()); },
         [&](const MapLeaveRemovedOperation& leave) -> OperationUPtr
@@ -85,10 +84,10 @@ OperationUPtr invertMap(const MapOperation& operation, const Shadows* shadows)
             }
             Shadows shadowsOfInsertion;
             shadowsOfInsertion._holdersCount = leave.getHoldersCount();
-            return std::make_unique<ShadowedOperation>(
-                std::make_unique<MapInsert>(leave.getNodeAddress(), leave.getOperandType(), leave.getKey(),
-                                            leave.getData()),
-                shadowsOfInsertion);
+            return std::make_unique<ShadowedOperation>(std::make_unique<MapInsert>(leave.getNodeAddress(),
+                                                                                   leave.getOperandType(),
+                                                                                   leave.getKey(), leave.getData()),
+                                                       shadowsOfInsertion);
         });
 }
 
@@ -148,8 +147,8 @@ OperationUPtr invertOnNode(const NodeOperand& operand, InsertedElements inserted
     }
     if (const auto* table = cast<TableOperation>(operation))
     {
-        return visitWith<OperationUPtr>(
-            *table, [&](const auto& typed) { return invertTable(typed, operand, insertedElements); });
+        return visitWith<OperationUPtr>(*table, [&](const auto& typed)
+                                        { return invertTable(typed, operand, insertedElements); });
     }
     return invertSetProperty(cast<SetPropertyOperation>(*operation));
 }

@@ -37,8 +37,8 @@ unsigned long shiftPastInsertion(unsigned long index, const SlotPieces& insertio
     return result;
 }
 
-/// The place of an item of an insertion after it. A position that sticks to the item in front of it may stand behind the
-/// last one of a piece.
+/// The place of an item of an insertion after it. A position that sticks to the item in front of it may stand behind
+/// the last one of a piece.
 boost::optional<unsigned long> findInsertedItem(unsigned long offset, const SlotPieces& insertions,
                                                 bool sticksToPrevious)
 {
@@ -65,12 +65,10 @@ boost::optional<unsigned long> returnIntoInsertion(RevertedInsertions& reverted,
     {
         return boost::none;
     }
-    const auto info = std::find_if(reverted.rbegin(), reverted.rend(),
-                                   [&](const RevertedInsertOperationInfo& candidate)
-                                   {
-                                       return candidate._operationID == *id &&
-                                              candidate._container == operation.getNodeAddress();
-                                   });
+    const auto info =
+        std::find_if(reverted.rbegin(), reverted.rend(),
+                     [&](const RevertedInsertOperationInfo& candidate)
+                     { return candidate._operationID == *id && candidate._container == operation.getNodeAddress(); });
     if (info == reverted.rend())
     {
         return boost::none;

@@ -167,8 +167,7 @@ struct MultirangeMaker
         {
             const Stretch first = stretches.front();
             const auto others = std::stable_partition(stretches.begin(), stretches.end(),
-                                                      [&](const Stretch& stretch)
-                                                      {
+                                                      [&](const Stretch& stretch) {
                                                           return stretch._holdersCount == first._holdersCount &&
                                                                  stretch._releasesAll == first._releasesAll;
                                                       });

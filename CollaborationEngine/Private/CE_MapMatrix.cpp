@@ -98,8 +98,7 @@ OperationUPtr includeLeavingPastLeaving(const NodeOperand& first, const NodeOper
 
 OperationUPtr includeLeavingPastReleasing(const NodeOperand& first, const NodeOperand& second, TieResolveCondition)
 {
-    return makeLeaving(first, getLeftValue(first),
-                       getHoldersCount(first) == 0 ? 0 : second._shadows->_holdersCount);
+    return makeLeaving(first, getLeftValue(first), getHoldersCount(first) == 0 ? 0 : second._shadows->_holdersCount);
 }
 
 OperationUPtr includeReleasingPastInsertion(const NodeOperand& first, const NodeOperand&, TieResolveCondition)

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The matrix of pairs for operations on one key of a map. Removal, leaving, insertion and releasing of a key are to each
-/// other what marking, leaving, restoring and releasing are for a slot of a list, and two insertions can clash.
+/// The matrix of pairs for operations on one key of a map. Removal, leaving, insertion and releasing of a key are to
+/// each other what marking, leaving, restoring and releasing are for a slot of a list, and two insertions can clash.
 
 #include "CE_MapOperation.h"
 #include "CE_NodeOperands.h"

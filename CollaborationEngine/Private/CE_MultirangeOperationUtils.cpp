@@ -13,13 +13,14 @@ namespace
 {
 
 template<class T>
-constexpr bool changesIndices = std::is_same_v<T, ListModificationOperation<InsertTag>> ||
-                                std::is_same_v<T, ListModificationOperation<RemoveTag>>;
+constexpr bool changesIndices =
+    std::is_same_v<T, ListModificationOperation<InsertTag>> || std::is_same_v<T, ListModificationOperation<RemoveTag>>;
 
 template<class T>
 void sortDescending(std::vector<T>& nestedOperations)
 {
-    std::stable_sort(nestedOperations.begin(), nestedOperations.end(), [](const T& left, const T& right)
+    std::stable_sort(nestedOperations.begin(), nestedOperations.end(),
+                     [](const T& left, const T& right)
                      { return left.getRange().getBegin() > right.getRange().getBegin(); });
 }
 
@@ -56,13 +57,14 @@ OperationUPtr tidyMultirange(OperationUPtr operation, bool keepsPieceBorders)
     return joined ? std::move(joined) : std::move(operation);
 }
 
-/// Takes the pieces of `next` into `operation`, if the two can be carried out as one: they are of one kind, came from one
-/// operation, and the places of `next` are the same before and after `operation`.
+/// Takes the pieces of `next` into `operation`, if the two can be carried out as one: they are of one kind, came from
+/// one operation, and the places of `next` are the same before and after `operation`.
 template<class T>
 bool takeIn(ListMultirangeOperationImpl<T>& operation, ListMultirangeOperation& next)
 {
     auto* sameKind = cast<ListMultirangeOperationImpl<T>>(&next);
-    if (!sameKind || sameKind->getID() != operation.getID() || sameKind->getOperandType() != operation.getOperandType() ||
+    if (!sameKind || sameKind->getID() != operation.getID() ||
+        sameKind->getOperandType() != operation.getOperandType() ||
         !(sameKind->getNodeAddress() == operation.getNodeAddress()))
     {
         return false;

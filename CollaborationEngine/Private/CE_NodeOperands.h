@@ -7,7 +7,8 @@
 namespace Zem::CollaborationEngine
 {
 
-/// An atomic or shadowed operation as an operand. Fails: `std::bad_cast` for an atomic operation that isn't hierarchical.
+/// An atomic or shadowed operation as an operand. Fails: `std::bad_cast` for an atomic operation that isn't
+/// hierarchical.
 NodeOperand makeNodeOperand(const Operation& operation);
 
 inline bool isShadowedForGood(const NodeOperand& operand)

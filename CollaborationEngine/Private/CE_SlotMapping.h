@@ -44,8 +44,8 @@ SlotPiece getPart(const SlotPiece& piece, unsigned long offset, unsigned long co
 /// Adds a piece that stands behind all others; where it continues the last one in every respect, that one grows.
 void appendPiece(SlotPieces& pieces, const SlotPiece& piece);
 
-/// Cuts `slots` along the borders of `others`, and calls `consume(piece, other)` for each part, ascending: `other` is the
-/// piece that covers it, or null.
+/// Cuts `slots` along the borders of `others`, and calls `consume(piece, other)` for each part, ascending: `other` is
+/// the piece that covers it, or null.
 template<class Consume>
 void forEachOverlap(const SlotPieces& slots, const SlotPieces& others, const Consume& consume)
 {

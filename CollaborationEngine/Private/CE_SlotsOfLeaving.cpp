@@ -35,8 +35,7 @@ void includeLeavingPastLeaving(const SlotOperation& first, const SlotOperation& 
                    {
                        if (leaving)
                        {
-                           part._holdersCount =
-                               countHoldersPastLeaving(part._holdersCount, leaving->_holdersCount);
+                           part._holdersCount = countHoldersPastLeaving(part._holdersCount, leaving->_holdersCount);
                        }
                        appendPiece(left, part);
                    });

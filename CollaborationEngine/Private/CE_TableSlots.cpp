@@ -96,7 +96,8 @@ bool followSlots(Cells& cells, const SlotOperation& slots)
     return isChanged;
 }
 
-/// Takes over the cell where the two cross from a row or column that comes in at the same time, if it comes back only now because both were gone: the row's value stands.
+/// Takes over the cell where the two cross from a row or column that comes in at the same time, if it comes back only
+/// now because both were gone: the row's value stands.
 bool takeOverCrossingCell(Cells& cells, const NestedTableOperation& first, const NestedTableOperation& second,
                           bool isFirstRow)
 {
@@ -118,8 +119,9 @@ bool takeOverCrossingCell(Cells& cells, const NestedTableOperation& first, const
         *cell = takenOver;
         return true;
     }
-    const auto place = std::find_if(cells.begin(), cells.end(), [&](const CellData& candidate)
-                                    { return candidate.getIndex() > takenOver.getIndex(); });
+    const auto place =
+        std::find_if(cells.begin(), cells.end(),
+                     [&](const CellData& candidate) { return candidate.getIndex() > takenOver.getIndex(); });
     cells.insert(place, takenOver);
     return true;
 }
@@ -135,8 +137,8 @@ bool bringsElements(const NestedTableOperation& nestedOperation)
 
 unsigned long getIndex(const NestedTableOperation& nestedOperation)
 {
-    return visitNested<unsigned long>(nestedOperation,
-                                      [](const BaseTableRowOrColumnListOperation& nested) { return nested.getIndex(); });
+    return visitNested<unsigned long>(nestedOperation, [](const BaseTableRowOrColumnListOperation& nested)
+                                      { return nested.getIndex(); });
 }
 
 boost::optional<SlotOperation> describeSlots(const NestedTableOperation& nestedOperation, const Shadows* shadows)

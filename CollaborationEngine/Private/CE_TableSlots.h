@@ -14,8 +14,7 @@ namespace Zem::CollaborationEngine
 using NestedTableOperation = TableRowOperation::NestedOperation;
 
 template<class Tag>
-constexpr DeadPlace::Kind deadPlaceKind =
-    std::is_same_v<Tag, RowTag> ? DeadPlace::Kind::Row : DeadPlace::Kind::Column;
+constexpr DeadPlace::Kind deadPlaceKind = std::is_same_v<Tag, RowTag> ? DeadPlace::Kind::Row : DeadPlace::Kind::Column;
 
 /// The index that a nested operation names.
 unsigned long getIndex(const NestedTableOperation& nestedOperation);

@@ -116,9 +116,9 @@ OperationUPtr includeSameAxis(const NodeOperand& first, const TableRowOrColumnOp
     const auto secondSlots = describeSlots(secondNested, second._shadows);
     if (firstSlots)
     {
-        return secondSlots ? includeSlots(first, firstOperation, *firstSlots, secondNested, *secondSlots,
-                                          tieResolveCondition)
-                           : cloneWithoutShadowsAbove(first);
+        return secondSlots
+                   ? includeSlots(first, firstOperation, *firstSlots, secondNested, *secondSlots, tieResolveCondition)
+                   : cloneWithoutShadowsAbove(first);
     }
     return secondSlots ? followSlots(first, firstOperation, *secondSlots)
                        : includeSetting(first, firstOperation, secondNested, merger, tieResolveCondition);
@@ -242,8 +242,7 @@ OperationUPtr TableSameNodeTransformer::include(const NodeOperand& first, const 
                                     [&](const auto& firstOperation)
                                     {
                                         return visitWith<OperationUPtr>(
-                                            cast<TableOperation>(second._operation),
-                                            [&](const auto& secondOperation)
+                                            cast<TableOperation>(second._operation), [&](const auto& secondOperation)
                                             { return includeOf(firstOperation, secondOperation); });
                                     });
 }

@@ -8,8 +8,8 @@ namespace Zem::CollaborationEngine
 
 /// Raised after every action of a document, on the thread that executes it. Only those who connect to it include this.
 class AfterDocumentActionSignal
-    : public boost::signals2::signal_type<
-          void(), boost::signals2::keywords::mutex_type<boost::signals2::dummy_mutex>>::type
+    : public boost::signals2::signal_type<void(),
+                                          boost::signals2::keywords::mutex_type<boost::signals2::dummy_mutex>>::type
 {
 };
 

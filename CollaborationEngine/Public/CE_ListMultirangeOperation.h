@@ -16,12 +16,11 @@ class ListMultirangeOperationImpl;
 class ZEM_EXPORT ListMultirangeOperation : public HierarchicalOperation
 {
 public:
-    using VisitorType =
-        Visitor<TypeList<ListMultirangeOperationImpl<ListModificationOperation<InsertTag>>,
-                         ListMultirangeOperationImpl<ListModificationOperation<RemoveTag>>,
-                         ListMultirangeOperationImpl<ListModificationOperation<MarkAsRemovedTag>>,
-                         ListMultirangeOperationImpl<ListModificationOperation<RestoreTag>>,
-                         ListMultirangeOperationImpl<ListLeaveTombstonesOperation>>>;
+    using VisitorType = Visitor<TypeList<ListMultirangeOperationImpl<ListModificationOperation<InsertTag>>,
+                                         ListMultirangeOperationImpl<ListModificationOperation<RemoveTag>>,
+                                         ListMultirangeOperationImpl<ListModificationOperation<MarkAsRemovedTag>>,
+                                         ListMultirangeOperationImpl<ListModificationOperation<RestoreTag>>,
+                                         ListMultirangeOperationImpl<ListLeaveTombstonesOperation>>>;
     using ConstVisitorType =
         Visitor<TypeList<const ListMultirangeOperationImpl<ListModificationOperation<InsertTag>>,
                          const ListMultirangeOperationImpl<ListModificationOperation<RemoveTag>>,

@@ -35,10 +35,10 @@ class ListLeaveTombstonesOperation;
 class ZEM_EXPORT ListOperation : public HierarchicalOperation
 {
 public:
-    using VisitorType = Visitor<
-        TypeList<ListModificationOperation<InsertTag>, ListModificationOperation<RemoveTag>,
-                 ListModificationOperation<MarkAsRemovedTag>, ListModificationOperation<RestoreTag>, ListMoveOperation,
-                 ListLeaveTombstonesOperation>>;
+    using VisitorType =
+        Visitor<TypeList<ListModificationOperation<InsertTag>, ListModificationOperation<RemoveTag>,
+                         ListModificationOperation<MarkAsRemovedTag>, ListModificationOperation<RestoreTag>,
+                         ListMoveOperation, ListLeaveTombstonesOperation>>;
     using ConstVisitorType =
         Visitor<TypeList<const ListModificationOperation<InsertTag>, const ListModificationOperation<RemoveTag>,
                          const ListModificationOperation<MarkAsRemovedTag>, const ListModificationOperation<RestoreTag>,

@@ -173,7 +173,8 @@ private:
 };
 
 /// One operation out of several: an `EmptyOperation` for none, the operation itself for one, else a composite.
-/// Parts that are composite are taken apart, but for those that bring shadowed operations along; empty ones are dropped.
+/// Parts that are composite are taken apart, but for those that bring shadowed operations along; empty ones are
+/// dropped.
 ZEM_EXPORT OperationUPtr makeOperationFromParts(std::vector<OperationUPtr> parts);
 
 /// An operation that can't be unpacked further.

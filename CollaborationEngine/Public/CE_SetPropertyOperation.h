@@ -17,11 +17,9 @@ public:
     SetPropertyOperation(OperationNodeAddress nodeAddress, unsigned long nodeType, unsigned long propertyId,
                          SharedConstPtr<DataValue> oldValue, SharedConstPtr<DataValue> newValue);
 
-    static std::unique_ptr<SetPropertyOperation> makeNewSetPropertyOperation(OperationNodeAddress nodeAddress,
-                                                                             unsigned long nodeType,
-                                                                             unsigned long propertyId,
-                                                                             std::unique_ptr<DataValue> oldValue,
-                                                                             std::unique_ptr<DataValue> newValue);
+    static std::unique_ptr<SetPropertyOperation>
+    makeNewSetPropertyOperation(OperationNodeAddress nodeAddress, unsigned long nodeType, unsigned long propertyId,
+                                std::unique_ptr<DataValue> oldValue, std::unique_ptr<DataValue> newValue);
 
     unsigned long getPropertyID() const
     {
@@ -38,8 +36,8 @@ public:
         return *_newValue;
     }
 
-    /// How an executor leaves what it replaced, for a later reverse. Only a property that stands for a whole subtree needs
-    /// that: operations inside the subtree change its value without being known here. Fails: "plainPtr" for null.
+    /// How an executor leaves what it replaced, for a later reverse. Only a property that stands for a whole subtree
+    /// needs that: operations inside the subtree change its value without being known here. Fails: "plainPtr" for null.
     void setOldValue(SharedConstPtr<DataValue> oldValue);
 
     const SharedConstPtr<DataValue>& getSharedOldValue() const

@@ -154,8 +154,8 @@ TEST(Shadows, WordTypedLetterByLetterIntoADeadElementComesBackInOrder)
     replica.run(replica.pastHistory(insertText(listElementAddress(1), 1, 901, 4), 0));
     replica.run(insertText(listElementAddress(0), 0, 800, 5));
     const auto second = insertText(listElementAddress(1), 2, 902, 6);
-    replica.run(std::make_unique<ShadowedOperation>(
-        dynamicUPtrCheckedCast<AtomicOperation>(cloneOperation(*second)), Shadows{{DeadPlace{1}}}));
+    replica.run(std::make_unique<ShadowedOperation>(dynamicUPtrCheckedCast<AtomicOperation>(cloneOperation(*second)),
+                                                    Shadows{{DeadPlace{1}}}));
     replica.undo(0);
     EXPECT_EQ(textOf(replica.getDocument()._list[1]._element), "20 901 902 21 ");
 }
@@ -312,8 +312,8 @@ TEST(TableTransformers, PropertyOfARemovedRowWaitsForIt)
 {
     Replica replica;
     replica.run(row(RowMark(0, nullptr)));
-    const auto setting = row(SetRowOrColumnPropertyOperation(0, RowProperty, makeSharedConst<IntValue>(0),
-                                                             makeSharedConst<IntValue>(7)));
+    const auto setting = row(
+        SetRowOrColumnPropertyOperation(0, RowProperty, makeSharedConst<IntValue>(0), makeSharedConst<IntValue>(7)));
     replica.run(replica.pastHistory(cloneOperation(*setting), 0));
     EXPECT_EQ(replica.getDocument()._table._rows[0]._property, 0);
     replica.undo(0);
@@ -371,8 +371,8 @@ TEST(BaseOperationTransformer, LongCompositesDontDeepenTheStack)
         std::vector<OperationUPtr> parts;
         for (unsigned long index = 0; index < count; ++index)
         {
-            parts.push_back(std::make_unique<Insert>(listAddress(), ElementListType,
-                                                     makeElementItems({makeElement(1)}), Range::fromCount(0, 1)));
+            parts.push_back(std::make_unique<Insert>(listAddress(), ElementListType, makeElementItems({makeElement(1)}),
+                                                     Range::fromCount(0, 1)));
         }
         return std::make_unique<CompositeOperation>(std::move(parts));
     };

@@ -1,5 +1,5 @@
-// Random histories on a document with every kind of node. In each round two sites change the document at once; each also
-// undoes operations of the past, brought past all that came after them.
+// Random histories on a document with every kind of node. In each round two sites change the document at once; each
+// also undoes operations of the past, brought past all that came after them.
 
 #include "CE_InverseOperation.h"
 #include "OperationNotation.h"
@@ -67,8 +67,8 @@ private:
         execute(mergedOne, std::move(otherAfter));
         Site mergedOther{other._document, {}};
         execute(mergedOther, std::move(oneAfter));
-        EXPECT_TRUE(mergedOne._document == mergedOther._document)
-            << toString(mergedOne._document) << "\n\n" << toString(mergedOther._document);
+        EXPECT_TRUE(mergedOne._document == mergedOther._document) << toString(mergedOne._document) << "\n\n"
+                                                                  << toString(mergedOther._document);
         checkReversal(one, mergedOne);
         _document = mergedOne._document;
         append(_history, one._operations);

@@ -27,9 +27,9 @@ bool isOf(const Operation& operation, const std::string& kind)
     return describe(operation).find(kind + "(") != std::string::npos;
 }
 
-/// What was removed for good comes back without its history, and a restoring ends deletions that nobody counts any more.
-/// A slot that is moved back may stand on the other side of what was inserted beside it, or stay where another move of
-/// it was lost.
+/// What was removed for good comes back without its history, and a restoring ends deletions that nobody counts any
+/// more. A slot that is moved back may stand on the other side of what was inserted beside it, or stay where another
+/// move of it was lost.
 bool isUndoneExactly(const Operation& first, const Operation& second)
 {
     const bool areMoves = isOf(first, "move") && (isOf(second, "insert") || isOf(second, "move"));
@@ -89,7 +89,8 @@ protected:
                         for (const auto tie : {TieResolveCondition::FirstWins, TieResolveCondition::SecondWins})
                         {
                             ++_casesCount;
-                            checkGuarded(state, {first.get(), second.get()}, [&] { check(state, *first, *second, tie); });
+                            checkGuarded(state, {first.get(), second.get()},
+                                         [&] { check(state, *first, *second, tie); });
                         }
                     }
                 }
@@ -168,8 +169,8 @@ TEST_P(Exhaustive, UndoingOneOfTwoLeavesTheOther)
                     if (isUndoneExactly(first, second))
                     {
                         const SlotModel expected = applied(state, second);
-                        EXPECT_EQ(undone, expected) << undone.toString() << " and not " << expected.toString() << "\n  "
-                                                    << describe(*reversal);
+                        EXPECT_EQ(undone, expected)
+                            << undone.toString() << " and not " << expected.toString() << "\n  " << describe(*reversal);
                     }
                 });
 }

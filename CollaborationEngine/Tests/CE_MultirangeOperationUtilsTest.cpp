@@ -82,7 +82,8 @@ TEST(MultirangeOperationUtils, PartsOfTwoKindsOrOfTwoOperationsStayApart)
     EXPECT_EQ(merged(makeComposite(makeText<MarkAsRemoved>({{0, 1, "a"}}), makeText<Leave>({{1, 1, "b", 1}}))),
               "[/2 multi{mark(0,1, a) }; /2 multi{leave(1,1, holders 1, b) }; ]");
     unsigned long nextID = 1;
-    OperationUPtr composite = makeComposite(makeText<MarkAsRemoved>({{0, 1, "a"}}), makeText<MarkAsRemoved>({{1, 1, "b"}}));
+    OperationUPtr composite =
+        makeComposite(makeText<MarkAsRemoved>({{0, 1, "a"}}), makeText<MarkAsRemoved>({{1, 1, "b"}}));
     composite->setIDIfNeeded(nextID);
     EXPECT_EQ(merged(std::move(composite)), "[/2 multi{mark(0,1, a) }; /2 multi{mark(1,1, b) }; ]");
 }

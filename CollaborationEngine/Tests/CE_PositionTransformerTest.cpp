@@ -242,9 +242,8 @@ TEST(PositionInTree, ChunksBelowATakenBackRowWaitForIt)
     Position position(textAddress(cellAddress(1, 2)).appendItems(AddressInList(3)), false);
     const OperationNodeAddress before = position.getAddress();
     transformer->exclude(*makeRowInsertion(1), position);
-    const ListMultirangeOperationImpl<Insert> inOtherRow(
-        {Insert(textAddress(cellAddress(1, 2)), ElementTextType, makeElementItems({makeElement(1)}),
-                Range::fromCount(0, 1))});
+    const ListMultirangeOperationImpl<Insert> inOtherRow({Insert(
+        textAddress(cellAddress(1, 2)), ElementTextType, makeElementItems({makeElement(1)}), Range::fromCount(0, 1))});
     transformer->include(inOtherRow, position);
     transformer->include(*makeRowInsertion(1), position);
     EXPECT_EQ(position.getAddress(), before);
@@ -255,7 +254,8 @@ TEST(PositionInTree, PositionFollowsColumnsAndKeepsMapKeys)
 {
     const auto transformer = makeTreePositionTransformer();
     Position position(textAddress(cellAddress(1, 2)).appendItems(AddressInList(3)), false);
-    transformer->include(TableColumnOperation(tableAddress(), CellTableType, RowOrColumnMoveOperation(2, -2)), position);
+    transformer->include(TableColumnOperation(tableAddress(), CellTableType, RowOrColumnMoveOperation(2, -2)),
+                         position);
     EXPECT_EQ(derefPtr(position.getAddress().getItemFromEndAs<AddressInTable>(2)).getColumn().get(), 0u);
     Position inMap(textAddress(mapElementAddress("a")).appendItems(AddressInList(3)), false);
     const OperationNodeAddress before = inMap.getAddress();

@@ -41,13 +41,12 @@ Pairs findPairsWithoutRule(const std::vector<std::string>& names, const GetRule&
 
 TEST(SlotMatrix, EachDefaultIsADecision)
 {
-    const Pairs indicesStay{"insertion past marking", "insertion past restoring", "insertion past leaving",
-                            "insertion past releasing", "removal past marking",   "removal past restoring",
-                            "removal past leaving",     "removal past releasing", "move past marking",
-                            "move past restoring",      "move past leaving",      "move past releasing"};
-    const Pairs liveAndDeadSlotsAreDisjoint{"marking past restoring", "marking past leaving",
-                                            "marking past releasing", "restoring past marking",
-                                            "leaving past marking",   "releasing past marking"};
+    const Pairs indicesStay{"insertion past marking",   "insertion past restoring", "insertion past leaving",
+                            "insertion past releasing", "removal past marking",     "removal past restoring",
+                            "removal past leaving",     "removal past releasing",   "move past marking",
+                            "move past restoring",      "move past leaving",        "move past releasing"};
+    const Pairs liveAndDeadSlotsAreDisjoint{"marking past restoring", "marking past leaving", "marking past releasing",
+                                            "restoring past marking", "leaving past marking", "releasing past marking"};
     const Pairs aRestoringEndsWhatTheReleasingLeaves{"restoring past releasing"};
     Pairs expected = indicesStay;
     expected.insert(liveAndDeadSlotsAreDisjoint.begin(), liveAndDeadSlotsAreDisjoint.end());
@@ -58,8 +57,8 @@ TEST(SlotMatrix, EachDefaultIsADecision)
 
 TEST(MapMatrix, EachDefaultIsADecision)
 {
-    const Pairs expected{"insertion past removal", "removal past insertion", "removal past leaving",
-                         "removal past releasing", "leaving past removal",   "releasing past removal",
+    const Pairs expected{"insertion past removal",  "removal past insertion", "removal past leaving",
+                         "removal past releasing",  "leaving past removal",   "releasing past removal",
                          "insertion past releasing"};
     EXPECT_EQ(mapActionNames.size(), mapActionsCount);
     EXPECT_EQ(findPairsWithoutRule<MapAction>(mapActionNames, &getMapPairRule), expected);

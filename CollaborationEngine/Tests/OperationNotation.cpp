@@ -109,8 +109,8 @@ template<class T>
 std::string describeSingle(const T& operation)
 {
     const IndexRange<unsigned long>& range = operation.getRange();
-    std::string text = getName<T>() + std::string("(") + std::to_string(range.getBegin()) + "," +
-                       std::to_string(range.getCount());
+    std::string text =
+        getName<T>() + std::string("(") + std::to_string(range.getBegin()) + "," + std::to_string(range.getCount());
     if constexpr (std::is_same_v<T, ListLeaveTombstonesOperation>)
     {
         text += ", holders " + std::to_string(operation.getHoldersCount());
@@ -133,8 +133,10 @@ std::string describeNested(const TableRowOperation::NestedOperation& nestedOpera
         [](const RowOrColumnRestore& nested) { return "restore(" + std::to_string(nested.getIndex()); },
         [](const RowOrColumnMoveOperation& nested)
         { return "move(" + std::to_string(nested.getIndex()) + ", by " + std::to_string(nested.getOffset()); },
-        [](const RowOrColumnLeaveTombstoneOperation& nested)
-        { return "leave(" + std::to_string(nested.getIndex()) + ", holders " + std::to_string(nested.getHoldersCount()); },
+        [](const RowOrColumnLeaveTombstoneOperation& nested) {
+            return "leave(" + std::to_string(nested.getIndex()) + ", holders " +
+                   std::to_string(nested.getHoldersCount());
+        },
         [](const SetRowOrColumnPropertyOperation& nested) { return "set(" + std::to_string(nested.getIndex()); }};
     return boost::apply_visitor(
         [&](const auto& nested)
@@ -163,13 +165,13 @@ std::string describeOnNode(const AtomicOperation& operation)
 {
     if (const auto* table = cast<TableOperation>(&operation))
     {
-        return visitWith<std::string>(*table,
-                                      [](const auto& typed)
-                                      {
-                                          const bool isRow =
-                                              std::is_same_v<std::decay_t<decltype(typed)>, TableRowOperation>;
-                                          return (isRow ? "row " : "column ") + describeNested(typed.getNestedOperation());
-                                      });
+        return visitWith<std::string>(
+            *table,
+            [](const auto& typed)
+            {
+                const bool isRow = std::is_same_v<std::decay_t<decltype(typed)>, TableRowOperation>;
+                return (isRow ? "row " : "column ") + describeNested(typed.getNestedOperation());
+            });
     }
     if (const auto* map = cast<MapOperation>(&operation))
     {
@@ -233,8 +235,9 @@ std::string describe(const Operation& operation)
             return text + "]";
         },
         [](const EmptyOperation&) { return std::string("nothing"); },
-        [](const ShadowedOperation& shadowed)
-        { return "shadowed(" + describeAtomic(shadowed.getOriginal()) + describeShadows(shadowed.getShadows()) + ")"; });
+        [](const ShadowedOperation& shadowed) {
+            return "shadowed(" + describeAtomic(shadowed.getOriginal()) + describeShadows(shadowed.getShadows()) + ")";
+        });
 }
 
 } // namespace Zem::CollaborationEngine::Testing

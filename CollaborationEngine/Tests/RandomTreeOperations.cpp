@@ -131,8 +131,8 @@ OperationUPtr RandomTreeOperations::makeSlotsOperation(const TreeText& text, con
     const auto make = [&](auto tag, std::vector<TreeElement> elements, unsigned long begin)
     {
         const Range range = Range::fromCount(begin, elements.size());
-        return single(ListModificationOperation<decltype(tag)>(
-            OperationNodeAddress(), 0, makeElementItems(std::move(elements)), range));
+        return single(ListModificationOperation<decltype(tag)>(OperationNodeAddress(), 0,
+                                                               makeElementItems(std::move(elements)), range));
     };
     if (text.empty() || below(2) == 0)
     {
@@ -246,8 +246,7 @@ OperationUPtr RandomTreeOperations::makeLineOperation(const std::vector<TreeLine
         {
             if (crossing[index]._isLive && below(2) == 0)
             {
-                inserted.getCells().emplace_back(
-                    index, makeSharedConst<ElementValue>(makeElements(1).front()), false);
+                inserted.getCells().emplace_back(index, makeSharedConst<ElementValue>(makeElements(1).front()), false);
             }
         }
         return make(TableRowOrColumnListModificationOperation<RowOrColumnInsertOperationTag>(

@@ -31,7 +31,8 @@ private:
         const TreeElement* _element;
     };
 
-    void collectPlaces(std::vector<Place>& places, const OperationNodeAddress& address, const TreeElement& element) const;
+    void collectPlaces(std::vector<Place>& places, const OperationNodeAddress& address,
+                       const TreeElement& element) const;
     std::vector<Place> collectPlaces(const TreeDocument& document) const;
     std::vector<TreeElement> makeElements(unsigned long count);
     template<class Single>

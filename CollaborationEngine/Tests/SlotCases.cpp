@@ -21,8 +21,7 @@ std::vector<Stretch> makeStretches(const std::vector<Slot>& slots, unsigned long
             continue;
         }
         const Slot& slot = slots[index];
-        const bool continues = !stretches.empty() &&
-                               stretches.back()._begin + stretches.back()._count == index &&
+        const bool continues = !stretches.empty() && stretches.back()._begin + stretches.back()._count == index &&
                                (!splitsByHolders || stretches.back()._holdersCount == slot._holdersCount);
         if (!continues)
         {

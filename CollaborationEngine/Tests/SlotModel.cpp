@@ -46,8 +46,7 @@ SharedConstPtr<ItemsCollection> makeItems(const std::string& items)
 
 OperationNodeAddress makeListAddress(Family family)
 {
-    return OperationNodeAddress{
-        OperationNodeAddress::FixedChunk(family == Family::SingleRange ? listType : textType)};
+    return OperationNodeAddress{OperationNodeAddress::FixedChunk(family == Family::SingleRange ? listType : textType)};
 }
 
 template<class T>

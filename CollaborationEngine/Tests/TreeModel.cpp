@@ -58,8 +58,8 @@ std::string toString(const std::vector<TreeLine>& lines)
     std::string result;
     for (const TreeLine& line : lines)
     {
-        result += (line._isLive ? "" : "dead ") + std::to_string(line._identity) + ":" +
-                  std::to_string(line._property) + " ";
+        result +=
+            (line._isLive ? "" : "dead ") + std::to_string(line._identity) + ":" + std::to_string(line._property) + " ";
     }
     return result;
 }

@@ -10,7 +10,14 @@ namespace Zem::DOM
 {
 
 /// The closed list of what can stand in a text.
-enum class BlockKind : unsigned char { Paragraph, Table, SectionTag, Shape, FieldBlock };
+enum class BlockKind : unsigned char
+{
+    Paragraph,
+    Table,
+    SectionTag,
+    Shape,
+    FieldBlock
+};
 
 /// The polymorphic base of the blocks. Its kind is kept beside the dynamic type, so that a walk over many blocks costs
 /// no virtual call; `visitBlock` (DOM_Blocks.h) turns it into the class. Blocks compare by value, whatever their kinds.

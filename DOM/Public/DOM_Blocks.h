@@ -19,7 +19,7 @@ namespace Zem::DOM
 
 /// Calls the one of `callables` that takes the class of `block`; together they must take every kind.
 template<class BlockType, class... Callables>
-    requires std::is_same_v<std::remove_const_t<BlockType>, Block>
+requires std::is_same_v<std::remove_const_t<BlockType>, Block>
 decltype(auto) visitBlock(BlockType& block, Callables&&... callables)
 {
     Overloads<std::remove_cvref_t<Callables>...> overloads{std::forward<Callables>(callables)...};

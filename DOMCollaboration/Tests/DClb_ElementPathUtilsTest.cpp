@@ -341,6 +341,26 @@ TEST_F(ElementPathUtilsTest, ANativeAddressMayNotEndAtACollectionInsideAParagrap
     EXPECT_ASSERTION(toOperation(native(blocks, at(0), runs, at(0), chars)), "currentAddressChunk != end");
 }
 
+TEST_F(ElementPathUtilsTest, AnAddressThatEndsAtATextDoesNotLookIntoIt)
+{
+    // Any walk over the text would stumble over a missing first block.
+    DOM::Blocks& allBlocks = _sample._document.getTextWithTombstones().getBlocks();
+    allBlocks.insert(allBlocks.begin(), nullptr);
+    expectCorrespondence(native(blocks), operation(text));
+    EXPECT_NE(nullptr, createDOMNodeAdapter(_document, operation(text)));
+    EXPECT_NE(nullptr, createDOMNodeAdapter(_document, native(blocks)));
+    EXPECT_ASSERTION(toNative(operation(text, at(0))), "plainPtr");
+}
+
+TEST_F(ElementPathUtilsTest, ConversionLooksNoFurtherIntoATextThanThePlaceIs)
+{
+    _sample._document.getTextWithTombstones().getBlocks().push_back(nullptr);
+    expectCorrespondence(native(blocks, at(4)), operation(text, at(10)));
+    expectCorrespondence(native(blocks, at(1), nativeCells, cell(1, 0), blocks, at(1)),
+                         operation(text, at(7), operationCells, cell(2, 0), text, at(4)));
+    EXPECT_ASSERTION(toNative(operation(text, at(11))), "plainPtr");
+}
+
 TEST_F(ElementPathUtilsTest, ThePlaneIndexMovesTheAdapterAndTheChunk)
 {
     const auto expectMove =
