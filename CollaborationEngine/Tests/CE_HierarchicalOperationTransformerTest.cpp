@@ -49,6 +49,14 @@ OperationUPtr row(TableRowOperation::NestedOperation nested)
     return std::make_unique<TableRowOperation>(tableAddress(), CellTableType, std::move(nested));
 }
 
+/// What lies on an operation below one dead element.
+Shadows makeShadows(unsigned long chunkIndex)
+{
+    DeadPlace deadPlace;
+    deadPlace._chunkIndex = chunkIndex;
+    return Shadows{{deadPlace}};
+}
+
 /// A document with its history.
 class Replica
 {
@@ -155,7 +163,7 @@ TEST(Shadows, WordTypedLetterByLetterIntoADeadElementComesBackInOrder)
     replica.run(insertText(listElementAddress(0), 0, 800, 5));
     const auto second = insertText(listElementAddress(1), 2, 902, 6);
     replica.run(std::make_unique<ShadowedOperation>(dynamicUPtrCheckedCast<AtomicOperation>(cloneOperation(*second)),
-                                                    Shadows{{DeadPlace{1}}}));
+                                                    makeShadows(1)));
     replica.undo(0);
     EXPECT_EQ(textOf(replica.getDocument()._list[1]._element), "20 901 902 21 ");
 }
@@ -168,7 +176,7 @@ TEST(Shadows, LettersThatArriveBehindTheRestoringComeBackInOrder)
     replica.run(replica.pastHistory(insertText(listElementAddress(1), 1, 901, 4), 0));
     replica.undo(0);
     // The second letter was typed behind the first, and is brought past the marking and the restoring.
-    const Shadows shadows{{DeadPlace{1}}};
+    const Shadows shadows = makeShadows(1);
     OperationUPtr second = std::make_unique<ShadowedOperation>(
         dynamicUPtrCheckedCast<AtomicOperation>(insertText(listElementAddress(1), 2, 902, 6)), shadows);
     replica.run(replica.pastHistory(std::move(second), 2));

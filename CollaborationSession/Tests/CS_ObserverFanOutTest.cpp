@@ -1,11 +1,14 @@
 #include "CS_ObserverFanOut.h"
 
+#include "CE_DataValue.h"
 #include "DOM_Comment.h"
 #include "DOM_HeaderFooterPair.h"
 #include "DOM_NamedTableStyle.h"
 #include "DOM_NamedTextStyle.h"
 #include "DOM_Note.h"
 #include "DOM_RowColumnStyle.h"
+#include "DOM_SparseData.h"
+#include "DOM_Table.h"
 #include "Notifications/DClb_SingleActionExecutorNotificationObserver.h"
 
 #include <gtest/gtest.h>

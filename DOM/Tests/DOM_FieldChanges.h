@@ -3,6 +3,7 @@
 /// Changes of values of any class of the model, for tests that go through a class's list of fields.
 
 #include "DOM_Block.h"
+#include "DOM_Image.h"
 #include "DOM_Paragraph.h"
 #include "DOM_ParagraphStyle.h"
 #include "DOM_RunStyle.h"
@@ -72,6 +73,21 @@ inline void changeValue(TextWithTombstones& value)
 inline void changeValue(std::unique_ptr<Block>& value)
 {
     value = std::make_unique<Paragraph>();
+}
+
+inline void changeValue(std::unique_ptr<GraphicalObject>& value)
+{
+    value = std::make_unique<Image>();
+}
+
+inline void changeValue(CellIndex& value)
+{
+    ++value.colIndex;
+}
+
+inline void changeValue(TableRange& value)
+{
+    ++value._endColumn;
 }
 
 template<class T, class Tag>

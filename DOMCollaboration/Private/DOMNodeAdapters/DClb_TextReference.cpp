@@ -6,6 +6,18 @@
 namespace Zem::DOMCollaboration
 {
 
+namespace
+{
+
+/// What all cells without a text show.
+const DOM::TextWithTombstones& getEmptyText()
+{
+    static const DOM::TextWithTombstones emptyText;
+    return emptyText;
+}
+
+} // namespace
+
 template<bool isConst>
 typename CellReference<isConst>::Cell* CellReference<isConst>::findCell() const
 {
@@ -28,14 +40,13 @@ DOM::Cell& getOrCreateCell(const CellReference<false>& cell)
 template<bool isConst>
 const DOM::TextWithTombstones& TextReference<isConst>::getText() const
 {
-    static const DOM::TextWithTombstones emptyText;
     if (_text)
     {
         return *_text;
     }
     // As a const object, a cell without text makes none.
     const DOM::Cell* cell = _cell->findCell();
-    return cell ? cell->getTextWithTombstones() : emptyText;
+    return cell ? cell->getTextWithTombstones() : getEmptyText();
 }
 
 DOM::TextWithTombstones& getOrCreateText(const TextReference<false>& text)
