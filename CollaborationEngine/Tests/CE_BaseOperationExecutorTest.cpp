@@ -108,7 +108,7 @@ TEST_F(BaseOperationExecutorTest, ChangedPartChangesTheComposite)
     composite->setIDIfNeeded(nextID);
     EXPECT_TRUE(_executor.executeAndChangeIfNeeded(*composite, _changedOp));
     EXPECT_EQ(describe(*_changedOp), "[/1 mark(1,1, a); /1 mark(2,1, a); ]");
-    EXPECT_EQ(_changedOp->getID(), 4u);
+    EXPECT_EQ(_changedOp->getID().value_or(0), 4u);
 }
 
 TEST_F(BaseOperationExecutorTest, ChangedPartLeavesARestoringWithWhatItBringsAlongTogether)
@@ -125,7 +125,7 @@ TEST_F(BaseOperationExecutorTest, ChangedAtomicOperationTakesOverTheId)
     const OperationUPtr operation = makeMarking(RecordingExecutor::changedIndex);
     operation->setIDIfNeeded(nextID);
     EXPECT_TRUE(_executor.executeAndChangeIfNeeded(*operation, _changedOp));
-    EXPECT_EQ(_changedOp->getID(), 4u);
+    EXPECT_EQ(_changedOp->getID().value_or(0), 4u);
 }
 
 TEST_F(BaseOperationExecutorTest, ChangedOpEntryFillsWhatHappenedInAnyCase)

@@ -141,7 +141,7 @@ TEST(HierarchicalOperationTransformer, ResultsKeepTheId)
           transformer->include(*setWhole(listElementAddress(1), 0, 1), *setWhole(listElementAddress(1), 0, 2), late),
           transformer->include(*setWhole(listElementAddress(1), 0, 1), EmptyOperation(), late)})
     {
-        EXPECT_EQ(result->getID(), 1u);
+        EXPECT_EQ(result->getID().value_or(0), 1u);
     }
 }
 

@@ -106,7 +106,7 @@ TEST(MultirangeOperationUtils, MergedOperationsKeepTheirId)
     unsigned long nextID = 6;
     OperationUPtr operation = makeText<MarkAsRemoved>({{0, 1, "a"}, {1, 1, "b"}});
     operation->setIDIfNeeded(nextID);
-    EXPECT_EQ(mergeOperations(std::move(operation), false)->getID(), 6u);
+    EXPECT_EQ(mergeOperations(std::move(operation), false)->getID().value_or(0), 6u);
 }
 
 TEST(MultirangeOperationUtils, OverlappingRangesFail)

@@ -261,7 +261,8 @@ private:
     bool _isReverse;
 };
 
-/// The two directions of what is done to rows or columns.
+/// The two directions of what is done to rows or columns. Only a marking captures data, and not the reversal of a
+/// restoring: that would forget the cells whose crossing line is dead.
 class LinesExecutor
 {
 public:
@@ -279,7 +280,7 @@ public:
         const unsigned long index = operation.getIndex();
         if (_isReverse)
         {
-            operation.setRowOrColumn(takeOut(at(index)));
+            takeOut(at(index));
             _lines.erase(_lines.begin() + static_cast<long>(index));
             return;
         }
@@ -344,7 +345,11 @@ private:
     {
         TreeLine& line = at(operation.getIndex());
         ZEM_ASSERT(line._isLive);
-        operation.setRowOrColumn(takeOut(line));
+        SharedConstPtr<RowOrColumn> taken = takeOut(line);
+        if (!_isReverse)
+        {
+            operation.setRowOrColumn(std::move(taken));
+        }
         line = TreeLine{line._identity, false, 0};
     }
 

@@ -43,9 +43,9 @@ namespace TextCommands
 /// of
 ///   a text that ends with an atomic block), what is typed becomes paragraphs of its own, like the one before.
 ///
-/// The text then reads as it did with the stretch replaced, but that a line break stands where text would otherwise come
-/// to stand directly in front of an atomic block, which no tree of blocks can show: the one that stood there stays, or one
-/// is added behind what is typed.
+/// The text then reads as it did with the stretch replaced, but that a line break stands where text would otherwise
+/// come to stand directly in front of an atomic block, which no tree of blocks can show: the one that stood there
+/// stays, or one is added behind what is typed.
 ///
 /// Cost: a logarithm of the number of blocks and of ranges of tombstones; the runs of the paragraphs at both ends,
 /// whose bytes are looked at only where characters have several; and what is deleted and inserted.

@@ -7,6 +7,7 @@
 #include "DOM_NamedTextStyle.h"
 #include "DOM_Note.h"
 #include "DOM_RowColumnStyle.h"
+#include "DOM_Runs.h"
 #include "DOM_SparseData.h"
 #include "DOM_Table.h"
 #include "Notifications/DClb_SingleActionExecutorNotificationObserver.h"

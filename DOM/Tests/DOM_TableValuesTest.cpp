@@ -20,12 +20,12 @@
 namespace Zem::DOM::Tests
 {
 
-using StyleTypes = ::testing::Types<CellBorders, CellMargins, CellProps, CellStyle, RowHeightImpl, RowProps, ColumnProps,
-                                    RowStyle, ColumnStyle, TableBorders, TableProps, TableStyle>;
+using StyleTypes = ::testing::Types<CellBorders, CellMargins, CellProps, CellStyle, RowHeightImpl, RowProps,
+                                    ColumnProps, RowStyle, ColumnStyle, TableBorders, TableProps, TableStyle>;
 INSTANTIATE_TYPED_TEST_SUITE_P(TableStyles, ValueType, StyleTypes);
 
-using PivotTypes = ::testing::Types<PivotTableField, PivotTableCategoryInfo, ValueField, PivotTableValue, FieldCache,
-                                    PivotTable>;
+using PivotTypes =
+    ::testing::Types<PivotTableField, PivotTableCategoryInfo, ValueField, PivotTableValue, FieldCache, PivotTable>;
 INSTANTIATE_TYPED_TEST_SUITE_P(PivotTables, ValueType, PivotTypes);
 
 using FrameTypes = ::testing::Types<TextAnchor, AbsoluteAnchor, CellCorner, OneCellAnchor, TwoCellAnchor, ChartSeries,
@@ -73,7 +73,8 @@ TEST(ColumnProps, TravelsUnderItsKeys)
 TEST(RowColumnStyle, TravelsUnderItsKeys)
 {
     const std::string text = toJson(RowStyle());
-    EXPECT_EQ(R"({"_defaultCellStyle":{"id":0},"_props":{"ptr_wrapper":{"id":0}},"_parentUUID":)" + toJson(UUID()) + "}",
+    EXPECT_EQ(R"({"_defaultCellStyle":{"id":0},"_props":{"ptr_wrapper":{"id":0}},"_parentUUID":)" + toJson(UUID()) +
+                  "}",
               text);
 }
 
@@ -83,14 +84,14 @@ TEST(PivotTable, TravelsUnderItsKeysInOrder)
     pivotTable.setRows({PivotTableCategoryInfo{PivotFieldID(7), PivotSortOrder::Descending, false}});
     const std::string text = toJson(pivotTable);
     std::size_t position = 0;
-    for (const std::string key :
-         {"value0", "_range", "_rows", "_columns", "_values", "_fields", "_fieldCache", "_layoutType",
-          "_calculatedValues", "_size"})
+    for (const std::string key : {"value0", "_range", "_rows", "_columns", "_values", "_fields", "_fieldCache",
+                                  "_layoutType", "_calculatedValues", "_size"})
     {
         position = text.find("\"" + key + "\":", position);
         ASSERT_NE(std::string::npos, position) << key << " in " << text;
     }
-    EXPECT_NE(std::string::npos, text.find(R"("_rows":[{"_fieldID":{"_value":7},"_sortOrder":2,"_showTotals":false}])"));
+    EXPECT_NE(std::string::npos,
+              text.find(R"("_rows":[{"_fieldID":{"_value":7},"_sortOrder":2,"_showTotals":false}])"));
     EXPECT_NE(std::string::npos, text.find(R"("_size":{"value0":3,"value1":4})"));
     EXPECT_NE(std::string::npos, text.find(R"("_fieldCache":{"value0":{"_uuid":)"));
 }
@@ -105,8 +106,9 @@ TEST(PivotTable, TravelsWithItsValuesAndFields)
               toJson(field));
     FieldCache cache;
     cache.getFieldValueCache()[PivotFieldID(5)].emplace_back();
-    EXPECT_NE(std::string::npos,
-              toJson(cache).find(R"("_fieldValueCache":[{"key":{"_value":5},"value":[{"_blocks":[],"_style":{"id":0}}]}])"));
+    EXPECT_NE(
+        std::string::npos,
+        toJson(cache).find(R"("_fieldValueCache":[{"key":{"_value":5},"value":[{"_blocks":[],"_style":{"id":0}}]}])"));
 }
 
 TEST(PivotTable, RefusesNullBlocks)
@@ -117,9 +119,9 @@ TEST(PivotTable, RefusesNullBlocks)
 
 TEST(PivotTable, RefusesANumberThatIsNoFunction)
 {
-    EXPECT_THROW(fromJson<ValueField>(R"({"value0":)" + toJson(UUIDable()) +
-                                      R"(,"_fieldID":{"_value":2},"_function":9})"),
-                 cereal::Exception);
+    EXPECT_THROW(
+        fromJson<ValueField>(R"({"value0":)" + toJson(UUIDable()) + R"(,"_fieldID":{"_value":2},"_function":9})"),
+        cereal::Exception);
 }
 
 TEST(Anchors, TravelByTheirOrder)

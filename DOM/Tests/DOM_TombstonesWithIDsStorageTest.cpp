@@ -402,8 +402,8 @@ TEST(TombstonesWithIDsStorage, TravelsAsRuns)
               R"({"_firstID":8,"_count":1048568,"_isLive":true}]})",
               text);
     EXPECT_TRUE(fromJson<TombstonesWithIDsStorage>(text) == storage);
-    const auto huge = fromJson<TombstonesWithIDsStorage>(
-        R"({"_runs":[{"_firstID":0,"_count":1152921504606846976,"_isLive":true}]})");
+    const auto huge =
+        fromJson<TombstonesWithIDsStorage>(R"({"_runs":[{"_firstID":0,"_count":1152921504606846976,"_isLive":true}]})");
     EXPECT_EQ(1UL << 60, huge.getLiveCount().get());
     EXPECT_LT(huge.getMemoryUsage(), 512u);
     EXPECT_THROW(fromJson<TombstonesWithIDsStorage>(R"({"_runs":[{"_firstID":0,"_count":0,"_isLive":true}]})"),

@@ -12,6 +12,7 @@
 #include "DOM_Document.h"
 
 #include <chrono>
+#include <ctime>
 #include <exception>
 
 namespace ZemReplay
@@ -25,11 +26,15 @@ namespace
 {
 
 template<class Work>
-double measure(Work work)
+Duration measure(Work work)
 {
     const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t processorBegin = std::clock();
     work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    Duration duration;
+    duration._processor = static_cast<double>(std::clock() - processorBegin) / CLOCKS_PER_SEC;
+    duration._wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    return duration;
 }
 
 /// Where two texts differ first.

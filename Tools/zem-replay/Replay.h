@@ -17,14 +17,22 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// What a history came to. Times are in seconds, one for each time that it was played.
+/// How long something took, in seconds: by the clock on the wall, and of the processor's time. On a machine that does
+/// other things at the same time, only the second says something of the program.
+struct Duration
+{
+    double _wall = 0;
+    double _processor = 0;
+};
+
+/// What a history came to. There is one duration for each time that it was played.
 struct ReplayResult
 {
     std::string _name;
     unsigned long _operationsCount = 0;
-    std::vector<double> _playTimes;
-    std::vector<double> _reverseTimes;
-    std::vector<double> _againTimes;
+    std::vector<Duration> _playTimes;
+    std::vector<Duration> _reverseTimes;
+    std::vector<Duration> _againTimes;
     unsigned long _charactersCount = 0;
     unsigned long _paragraphsCount = 0;
     unsigned long _slotsCount = 0;

@@ -11,13 +11,23 @@ namespace ZemReplay
 namespace
 {
 
-double getBest(const std::vector<double>& times)
+double getBest(const std::vector<Duration>& durations, double Duration::*clock)
 {
-    return *std::min_element(times.begin(), times.end());
+    double best = durations.front().*clock;
+    for (const Duration& duration : durations)
+    {
+        best = std::min(best, duration.*clock);
+    }
+    return best;
 }
 
-double getMedian(std::vector<double> times)
+double getMedian(const std::vector<Duration>& durations)
 {
+    std::vector<double> times;
+    for (const Duration& duration : durations)
+    {
+        times.push_back(duration._wall);
+    }
     std::sort(times.begin(), times.end());
     return times[times.size() / 2];
 }
@@ -37,10 +47,10 @@ using Row = std::vector<std::string>;
 
 Row makeHeading(bool hasReverse)
 {
-    Row row{"history", "operations", "best op/s", "median op/s"};
+    Row row{"history", "operations", "best op/s", "median op/s", "op/CPU s"};
     if (hasReverse)
     {
-        row.insert(row.end(), {"back op/s", "again op/s"});
+        row.insert(row.end(), {"back op/s", "back op/CPU s", "again op/s", "again op/CPU s"});
     }
     row.insert(row.end(), {"characters", "paragraphs", "slots", "dead ranges"});
     return row;
@@ -49,12 +59,19 @@ Row makeHeading(bool hasReverse)
 Row makeRow(const ReplayResult& result, bool hasReverse)
 {
     const unsigned long count = result._operationsCount;
-    Row row{getShortName(result._name), std::to_string(count), formatRate(count, getBest(result._playTimes)),
-            formatRate(count, getMedian(result._playTimes))};
+    Row row{getShortName(result._name), std::to_string(count)};
+    const auto addBest = [&](const std::vector<Duration>& durations, double Duration::*clock)
+    { row.push_back(formatRate(count, getBest(durations, clock))); };
+    addBest(result._playTimes, &Duration::_wall);
+    row.push_back(formatRate(count, getMedian(result._playTimes)));
+    addBest(result._playTimes, &Duration::_processor);
     if (hasReverse)
     {
-        row.push_back(formatRate(count, getBest(result._reverseTimes)));
-        row.push_back(formatRate(count, getBest(result._againTimes)));
+        for (const auto* durations : {&result._reverseTimes, &result._againTimes})
+        {
+            addBest(*durations, &Duration::_wall);
+            addBest(*durations, &Duration::_processor);
+        }
     }
     for (const unsigned long number :
          {result._charactersCount, result._paragraphsCount, result._slotsCount, result._deadRangesCount})

@@ -1,0 +1,276 @@
+// Runs the program, whose path is in ZEM_REPLAY, as a user would.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <zlib.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace
+{
+
+struct Outcome
+{
+    int _exitCode;
+    std::string _output;
+};
+
+/// What the program prints, on both streams, and its exit code; -1 if it crashed.
+Outcome run(const std::string& arguments)
+{
+    const std::string command = std::string(ZEM_REPLAY) + " " + arguments + " 2>&1 </dev/null";
+    FILE* pipe = popen(command.c_str(), "r");
+    Outcome outcome{-1, ""};
+    std::array<char, 4096> piece;
+    std::size_t count = 0;
+    while ((count = fread(piece.data(), 1, piece.size(), pipe)) > 0)
+    {
+        outcome._output.append(piece.data(), count);
+    }
+    const int status = pclose(pipe);
+    outcome._exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return outcome;
+}
+
+class ZemReplay : public testing::Test
+{
+protected:
+    ZemReplay()
+        : _folder(std::filesystem::temp_directory_path() / ("zem-replay-" + std::to_string(getpid())))
+    {
+        std::filesystem::create_directories(_folder);
+    }
+
+    ~ZemReplay() override
+    {
+        std::filesystem::remove_all(_folder);
+    }
+
+    std::string getPath(const std::string& name) const
+    {
+        return (_folder / name).string();
+    }
+
+    std::string write(const std::string& name, const std::string& content) const
+    {
+        std::ofstream(getPath(name), std::ios::binary) << content;
+        return getPath(name);
+    }
+
+    std::string writeCompressed(const std::string& name, const std::string& content) const
+    {
+        gzFile file = gzopen(getPath(name).c_str(), "wb");
+        gzwrite(file, content.data(), static_cast<unsigned>(content.size()));
+        gzclose(file);
+        return getPath(name);
+    }
+
+    /// Expects exit code 2 and one line: the program's name, the file's, and `message`.
+    static void expectBad(const std::string& path, const std::string& message)
+    {
+        const Outcome outcome = run(path);
+        EXPECT_EQ(2, outcome._exitCode) << message;
+        EXPECT_EQ("zem-replay: " + path + ": " + message + "\n", outcome._output);
+    }
+
+    void expectBadContent(const std::string& content, const std::string& message) const
+    {
+        SCOPED_TRACE(content.substr(0, 200));
+        expectBad(write("bad.json", content), message);
+    }
+
+private:
+    std::filesystem::path _folder;
+};
+
+const char* const goodTrace = R"({"startContent": "", "endContent": "axd\n\u00e9!",
+ "txns": [{"time": "2021-04-19T06:06:58.219Z", "patches": [[0, 0, "abcd"]]},
+          {"time": 5, "other": {"nested": [1, -2, 3.5, null, true, "text"]}, "patches": [[1, 2, ""], [1, 0, "x"]]},
+          {"patches": []},
+          {"patches": [[3, 0, "\n\u00e9?"], [5, 1, "!"]]}],
+ "unknown": [[]]})";
+
+std::string makeTrace(const std::string& patches, const std::string& end = "")
+{
+    return R"({"startContent": "", "endContent": ")" + end + R"(", "txns": [{"patches": [)" + patches + "]}]}";
+}
+
+TEST_F(ZemReplay, PlaysAFile)
+{
+    const Outcome outcome = run(write("good.json", goodTrace));
+    EXPECT_EQ(0, outcome._exitCode);
+    EXPECT_NE(std::string::npos, outcome._output.find("good.json")) << outcome._output;
+    EXPECT_NE(std::string::npos, outcome._output.find("op/s"));
+    EXPECT_NE(std::string::npos, outcome._output.find("peak memory"));
+    EXPECT_NE(std::string::npos, outcome._output.find("every comparison held"));
+}
+
+TEST_F(ZemReplay, PlaysACompressedFile)
+{
+    const Outcome outcome = run(writeCompressed("good.json.gz", goodTrace));
+    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+}
+
+TEST_F(ZemReplay, PlaysWithEveryOption)
+{
+    const std::string file = write("good.json", goodTrace);
+    const Outcome outcome = run("--reverse --check 1 --repeat 3 " + file + " " + file);
+    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    EXPECT_NE(std::string::npos, outcome._output.find("back op/s"));
+    EXPECT_NE(std::string::npos, outcome._output.find("again op/s"));
+}
+
+TEST_F(ZemReplay, PlaysWhatItMakesUp)
+{
+    const Outcome outcome = run("--reverse --check 100 --patches 3000 --seed 7");
+    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    EXPECT_NE(std::string::npos, outcome._output.find("seed 7"));
+    EXPECT_EQ(0, run("--patches 0")._exitCode);
+}
+
+TEST_F(ZemReplay, BeginsWithTheStartContent)
+{
+    const Outcome outcome = run(
+        "--reverse --check 1 " +
+        write("start.json", R"({"txns": [{"patches": [[2, 1, ""]]}], "endContent": "a\nc", "startContent": "a\nbc"})"));
+    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+}
+
+TEST_F(ZemReplay, SaysWhereATextDiffers)
+{
+    const std::string file = write("other.json", makeTrace(R"([0, 0, "ab\u00e9c"])", "ab\\u00e9d"));
+    const Outcome outcome = run(file);
+    EXPECT_EQ(1, outcome._exitCode);
+    EXPECT_EQ("zem-replay: " + file +
+                  ": at the end: the text isn't what it is to be: it has 4 characters, not 4, and differs from "
+                  "character 3 on\n",
+              outcome._output);
+}
+
+TEST_F(ZemReplay, ShowsHelp)
+{
+    const Outcome outcome = run("--help");
+    EXPECT_EQ(0, outcome._exitCode);
+    for (const char* option : {"--reverse", "--check N", "--repeat N", "--seed S", "--patches N", "exit code"})
+    {
+        EXPECT_NE(std::string::npos, outcome._output.find(option)) << option;
+    }
+}
+
+TEST_F(ZemReplay, RefusesOptionsThatItDoesntKnow)
+{
+    const auto expectRefusal = [](const std::string& arguments, const std::string& message)
+    {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(2, outcome._exitCode);
+        EXPECT_EQ("zem-replay: " + message + "\n", outcome._output);
+    };
+    expectRefusal("--revers", "there is no option \"--revers\"; --help shows those that there are");
+    expectRefusal("--check", "--check needs a number");
+    expectRefusal("--check 0", "--check needs a number from 1 on, not \"0\"");
+    expectRefusal("--repeat -1", "--repeat needs a number from 1 on, not \"-1\"");
+    expectRefusal("--seed 1x", "--seed needs a number from 0 on, not \"1x\"");
+    expectRefusal("--seed ''", "--seed needs a number from 0 on, not \"\"");
+    expectRefusal("--patches 99999999999999999999", "--patches needs a number from 0 on, not \"99999999999999999999\"");
+}
+
+TEST_F(ZemReplay, RefusesFilesThatItCantRead)
+{
+    expectBad(getPath("missing.json"), "can't be opened: No such file or directory");
+    expectBad(getPath(""), "can't be read: Is a directory");
+}
+
+TEST_F(ZemReplay, RefusesDamagedCompression)
+{
+    const std::string whole = writeCompressed("whole.json.gz", goodTrace);
+    std::ifstream file(whole, std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    expectBad(write("short.json.gz", bytes.substr(0, bytes.size() / 2)), "is cut short");
+    bytes[bytes.size() - 6] = static_cast<char>(bytes[bytes.size() - 6] ^ 1);
+    expectBad(write("damaged.json.gz", bytes), "is damaged: incorrect data check");
+    expectBad(write("plain.json.gz", goodTrace), "isn't compressed with gzip, though its name says so");
+    expectBad(write("empty.json.gz", ""), "isn't compressed with gzip, though its name says so");
+}
+
+TEST_F(ZemReplay, RefusesWhatIsntJson)
+{
+    expectBadContent("", "byte 0: isn't JSON: The document is empty.");
+    expectBadContent("{\"txns\": [}", "byte 10: isn't JSON: Invalid value.");
+    expectBadContent("{\"txns\"", "byte 7: isn't JSON: Missing a colon after a name of object member.");
+    expectBadContent(goodTrace + std::string(" 1"),
+                     "byte " + std::to_string(std::string(goodTrace).size() + 1) +
+                         ": isn't JSON: The document root must not be followed by other values.");
+    expectBadContent(goodTrace + std::string("\0x", 2),
+                     "byte " + std::to_string(std::string(goodTrace).size()) + ": isn't JSON: a zero byte");
+    expectBadContent("{\"startContent\": \"\xFF\"}", "byte 17: isn't JSON: Invalid encoding in string.");
+    expectBadContent("{\"startContent\": \"\\ud800\"}",
+                     "byte 17: isn't JSON: The surrogate pair in string is invalid.");
+}
+
+TEST_F(ZemReplay, RefusesOtherJson)
+{
+    expectBadContent("[]", "byte 1: the file is an array");
+    expectBadContent("5", "byte 1: the file is a number");
+    expectBadContent("{}", "byte 2: the file has no \"startContent\"");
+    expectBadContent(R"({"startContent": ""})", "byte 20: the file has no \"endContent\"");
+    expectBadContent(R"({"startContent": "", "endContent": ""})", "byte 38: the file has no \"txns\"");
+    expectBadContent(R"({"startContent": 5})", "byte 18: startContent is a number");
+    expectBadContent(R"({"startContent": "", "startContent": ""})", "byte 39: startContent stands there twice");
+    expectBadContent(R"({"endContent": "", "endContent": ""})", "byte 35: endContent stands there twice");
+    expectBadContent(R"({"txns": {}})", "byte 10: txns is an object");
+    expectBadContent(R"({"txns": "text"})", "byte 15: txns is a string");
+    expectBadContent(R"({"txns": [], "txns": []})", "byte 22: txns stands there twice");
+    expectBadContent(R"({"txns": [5]})", "byte 11: txns[0] is a number");
+    expectBadContent(R"({"txns": [{}]})", "byte 12: txns[0] has no \"patches\"");
+    expectBadContent(R"({"txns": [{"patches": [], "patches": []}]})", "byte 38: txns[0].patches stands there twice");
+    expectBadContent(R"({"txns": [{"patches": null}]})", "byte 26: txns[0].patches is null");
+}
+
+TEST_F(ZemReplay, RefusesOtherPatches)
+{
+    expectBadContent(makeTrace("5"), "byte 61: txns[0].patches[0] is a number");
+    expectBadContent(makeTrace("[]"),
+                     "byte 62: txns[0].patches[0][0] is missing; a patch is a position, a count and a text");
+    expectBadContent(makeTrace("[0, 0]"),
+                     "byte 66: txns[0].patches[0][2] is missing; a patch is a position, a count and a text");
+    expectBadContent(makeTrace("[0, 0, \"\", 1]"), "byte 72: txns[0].patches[0][3] is a number");
+    expectBadContent(makeTrace("[\"0\", 0, \"\"]"), "byte 64: txns[0].patches[0][0] is a string");
+    expectBadContent(makeTrace("[0, -1, \"\"]"), "byte 66: txns[0].patches[0][1] is a negative number");
+    expectBadContent(makeTrace("[0, -9999999999, \"\"]"), "byte 75: txns[0].patches[0][1] is a negative number");
+    expectBadContent(makeTrace("[0.5, 0, \"\"]"),
+                     "byte 64: txns[0].patches[0][0] is no whole number, or too big a one");
+    expectBadContent(makeTrace("[0, 0, true]"), "byte 71: txns[0].patches[0][2] is a truth value");
+    expectBadContent(makeTrace("[0, 0, {}]"), "byte 68: txns[0].patches[0][2] is an object");
+    expectBadContent(makeTrace("[0, 0, []]"), "byte 68: txns[0].patches[0][2] is an array");
+}
+
+TEST_F(ZemReplay, RefusesPositionsOutsideOfTheText)
+{
+    expectBadContent(makeTrace("[1, 0, \"x\"]"),
+                     "txns[0].patches[0]: [1, 0, ...] lies outside of the text, which has 0 characters there");
+    expectBadContent(makeTrace("[0, 0, \"\\u00e9\"], [0, 2, \"x\"]"),
+                     "txns[0].patches[1]: [0, 2, ...] lies outside of the text, which has 1 characters there");
+    expectBadContent(makeTrace("[18446744073709551615, 18446744073709551615, \"x\"]"),
+                     "txns[0].patches[0]: [18446744073709551615, 18446744073709551615, ...] lies outside of the text, "
+                     "which has 0 characters there");
+}
+
+TEST_F(ZemReplay, RefusesWhatIsNestedTooDeeply)
+{
+    expectBadContent("{\"deep\": " + std::string(1000000, '['), "byte 73: the file is nested too deeply");
+}
+
+TEST_F(ZemReplay, RefusesConcurrentHistories)
+{
+    expectBadContent(R"({"kind": "hot", "base": "", "a": []})",
+                     "byte 14: the file is a concurrent history (\"hot\"); only sequential ones can be played");
+    expectBadContent(R"({"txns": [{"parents": [], "patches": []}]})",
+                     "byte 20: txns[0] is part of a concurrent history; only sequential ones can be played");
+}
+
+} // namespace
