@@ -7,6 +7,7 @@
 
 #include <boost/optional.hpp>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,13 +34,13 @@ struct NaiveLine
 struct NaiveLineData
 {
     NaiveLine _line;
-    std::vector<boost::optional<NaiveCell>> _cells;
+    std::vector<std::optional<NaiveCell>> _cells;
 };
 
 class NaiveTable
 {
 public:
-    using Cell = boost::optional<NaiveCell>;
+    using Cell = std::optional<NaiveCell>;
 
     NaiveTable(unsigned long rowsCount, unsigned long colsCount);
 

@@ -203,8 +203,8 @@ TEST(ChartSpace, ClonesAsWhatItIs)
 
 TEST(DefaultCellProps, DifferByTheKindOfDocument)
 {
-    EXPECT_EQ(CellTextOverflow::Spill, getWorksheetDefaultCellProps()->_textOverflow);
-    EXPECT_EQ(CellTextOverflow::Wrap, getWordDefaultCellProps()->_textOverflow);
+    EXPECT_TRUE(getWorksheetDefaultCellProps()->_textOverflow == CellTextOverflow::Spill);
+    EXPECT_TRUE(getWordDefaultCellProps()->_textOverflow == CellTextOverflow::Wrap);
     EXPECT_FALSE(*getDefaultCellProps() == *getWordDefaultCellProps());
     EXPECT_FALSE(*getDefaultCellProps() == *getWorksheetDefaultCellProps());
     EXPECT_FALSE(*getWordDefaultCellProps() == *getWorksheetDefaultCellProps());
