@@ -47,7 +47,7 @@ public:
 
     /// The address and the node type are those of the nested operations. Fails: "!nestedOperations.empty()".
     explicit ListMultirangeOperationImpl(std::vector<T> nestedOperations)
-        : Base(requireFirst(nestedOperations).getNodeAddress(), nestedOperations.front().getOperandType())
+        : Base(requireFirst(nestedOperations).getNodeAddress(), requireFirst(nestedOperations).getOperandType())
         , _nestedOperations(std::move(nestedOperations))
     {
     }

@@ -71,7 +71,7 @@ void expectConversions(std::string_view notation)
 TEST(CharacterIndex, ElementsAndOffsetsMeet)
 {
     for (const std::string_view notation :
-         {"", "{}", "#", "##", "{|ab}", "{|ab}{}", "{}{|ab}{~}", "{|ab}#{|cd}", "{|a~b~~|c}$#{|d}#",
+         {"", "{}", "#", "##", "{|ab}", "{|ab}{}", "{}{|ab}{~}", "{|ab}#{|cd}", "{|a~|b~~|c}$#{|d}#",
           "{|\xC3\xA9"
           "a|b\xE2\x82\xAC~\xC3\xA9}{|a}#{|\xF0\x9F\x98\x80}",
           "{~~~}"})

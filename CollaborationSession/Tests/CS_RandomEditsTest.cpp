@@ -158,7 +158,7 @@ TEST(RandomEdits, OfAnEmptyTextGiveWhatAPlainStringGives)
 TEST(RandomEdits, AmongAtomicThingsGiveWhatAPlainStringGives)
 {
     for (const std::string_view notation :
-         {"#", "{|ab}#{|cd}", "{|a~b~}$##{~}{|c|d|e}#", "[xx]{[x]|a[xx]b}[x]#[xx]{[x]~}[x]{}#[x]", "###{}###"})
+         {"#", "{|ab}#{|cd}", "{|a~|b~}$##{~}{|c|d|e}#", "[xx]{[x]|a[xx]b}[x]#[xx]{[x]~}[x]{}#[x]", "###{}###"})
     {
         runSeeds(60, 25, notation);
     }

@@ -97,7 +97,7 @@ TEST_F(SetLink, OnSeveralRunsPartsTheOutermost)
 
 TEST_F(SetLink, OnAtomicRunsToo)
 {
-    expect("{|ab~cd}", 1, 4, "|a[b][~][c]|d");
+    expect("{|ab~|cd}", 1, 4, "|a[b][~][c]|d");
 }
 
 TEST_F(SetLink, BesideTombstones)

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 
 namespace ZemReplay
 {
@@ -79,7 +80,10 @@ void InflatingStream::readPiece()
     }
     else if (error != Z_OK && error != Z_STREAM_END)
     {
-        _error = std::string("is damaged: ") + message;
+        // The message begins with the path that the file was opened by, which the caller names already.
+        const std::string_view said = message;
+        const std::size_t pathEnd = said.rfind(": ");
+        _error = "is damaged: " + std::string(pathEnd == said.npos ? said : said.substr(pathEnd + 2));
     }
 }
 

@@ -126,12 +126,6 @@ TEST_F(TextInCells, ACellThatAMarkingEmptiesStays)
     EXPECT_EQ("[.....]", TestSupport::print(getCell(1, 1)->getTextWithTombstones()));
 }
 
-TEST_F(TextInCells, AnInsertionThatIsRefusedBringsNoCellIntoBeing)
-{
-    EXPECT_EQ("empty", execute(*atCell(insert(0, "|"), 1, 1)));
-    EXPECT_FALSE(getCell(1, 1));
-}
-
 TEST_F(TextInCells, AFormulaOrValueGoesIntoAnEmptyCellOnly)
 {
     for (const DOM::FieldBlock::FieldInfo& info :

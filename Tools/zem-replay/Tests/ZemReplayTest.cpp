@@ -207,27 +207,27 @@ TEST_F(ZemReplay, RefusesWhatIsntJson)
                          ": isn't JSON: The document root must not be followed by other values.");
     expectBadContent(goodTrace + std::string("\0x", 2),
                      "byte " + std::to_string(std::string(goodTrace).size()) + ": isn't JSON: a zero byte");
-    expectBadContent("{\"startContent\": \"\xFF\"}", "byte 17: isn't JSON: Invalid encoding in string.");
+    expectBadContent("{\"startContent\": \"\xFF\"}", "byte 18: isn't JSON: Invalid encoding in string.");
     expectBadContent("{\"startContent\": \"\\ud800\"}",
-                     "byte 17: isn't JSON: The surrogate pair in string is invalid.");
+                     "byte 18: isn't JSON: The surrogate pair in string is invalid.");
 }
 
 TEST_F(ZemReplay, RefusesOtherJson)
 {
-    expectBadContent("[]", "byte 1: the file is an array");
-    expectBadContent("5", "byte 1: the file is a number");
-    expectBadContent("{}", "byte 2: the file has no \"startContent\"");
-    expectBadContent(R"({"startContent": ""})", "byte 20: the file has no \"endContent\"");
-    expectBadContent(R"({"startContent": "", "endContent": ""})", "byte 38: the file has no \"txns\"");
-    expectBadContent(R"({"startContent": 5})", "byte 18: startContent is a number");
+    expectBadContent("[]", "byte 0: the file is an array");
+    expectBadContent("5", "byte 0: the file is a number");
+    expectBadContent("{}", "byte 1: the file has no \"startContent\"");
+    expectBadContent(R"({"startContent": ""})", "byte 19: the file has no \"endContent\"");
+    expectBadContent(R"({"startContent": "", "endContent": ""})", "byte 37: the file has no \"txns\"");
+    expectBadContent(R"({"startContent": 5})", "byte 17: startContent is a number");
     expectBadContent(R"({"startContent": "", "startContent": ""})", "byte 39: startContent stands there twice");
     expectBadContent(R"({"endContent": "", "endContent": ""})", "byte 35: endContent stands there twice");
-    expectBadContent(R"({"txns": {}})", "byte 10: txns is an object");
+    expectBadContent(R"({"txns": {}})", "byte 9: txns is an object");
     expectBadContent(R"({"txns": "text"})", "byte 15: txns is a string");
-    expectBadContent(R"({"txns": [], "txns": []})", "byte 22: txns stands there twice");
-    expectBadContent(R"({"txns": [5]})", "byte 11: txns[0] is a number");
-    expectBadContent(R"({"txns": [{}]})", "byte 12: txns[0] has no \"patches\"");
-    expectBadContent(R"({"txns": [{"patches": [], "patches": []}]})", "byte 38: txns[0].patches stands there twice");
+    expectBadContent(R"({"txns": [], "txns": []})", "byte 21: txns stands there twice");
+    expectBadContent(R"({"txns": [5]})", "byte 10: txns[0] is a number");
+    expectBadContent(R"({"txns": [{}]})", "byte 11: txns[0] has no \"patches\"");
+    expectBadContent(R"({"txns": [{"patches": [], "patches": []}]})", "byte 37: txns[0].patches stands there twice");
     expectBadContent(R"({"txns": [{"patches": null}]})", "byte 26: txns[0].patches is null");
 }
 
@@ -239,12 +239,12 @@ TEST_F(ZemReplay, RefusesOtherPatches)
     expectBadContent(makeTrace("[0, 0]"),
                      "byte 66: txns[0].patches[0][2] is missing; a patch is a position, a count and a text");
     expectBadContent(makeTrace("[0, 0, \"\", 1]"), "byte 72: txns[0].patches[0][3] is a number");
-    expectBadContent(makeTrace("[\"0\", 0, \"\"]"), "byte 64: txns[0].patches[0][0] is a string");
-    expectBadContent(makeTrace("[0, -1, \"\"]"), "byte 66: txns[0].patches[0][1] is a negative number");
-    expectBadContent(makeTrace("[0, -9999999999, \"\"]"), "byte 75: txns[0].patches[0][1] is a negative number");
+    expectBadContent(makeTrace("[\"0\", 0, \"\"]"), "byte 65: txns[0].patches[0][0] is a string");
+    expectBadContent(makeTrace("[0, -1, \"\"]"), "byte 65: txns[0].patches[0][1] is a negative number");
+    expectBadContent(makeTrace("[0, -9999999999, \"\"]"), "byte 65: txns[0].patches[0][1] is a negative number");
     expectBadContent(makeTrace("[0.5, 0, \"\"]"),
-                     "byte 64: txns[0].patches[0][0] is no whole number, or too big a one");
-    expectBadContent(makeTrace("[0, 0, true]"), "byte 71: txns[0].patches[0][2] is a truth value");
+                     "byte 62: txns[0].patches[0][0] is no whole number, or too big a one");
+    expectBadContent(makeTrace("[0, 0, true]"), "byte 72: txns[0].patches[0][2] is a truth value");
     expectBadContent(makeTrace("[0, 0, {}]"), "byte 68: txns[0].patches[0][2] is an object");
     expectBadContent(makeTrace("[0, 0, []]"), "byte 68: txns[0].patches[0][2] is an array");
 }
@@ -262,7 +262,7 @@ TEST_F(ZemReplay, RefusesPositionsOutsideOfTheText)
 
 TEST_F(ZemReplay, RefusesWhatIsNestedTooDeeply)
 {
-    expectBadContent("{\"deep\": " + std::string(1000000, '['), "byte 73: the file is nested too deeply");
+    expectBadContent("{\"deep\": " + std::string(1000000, '['), "byte 72: the file is nested too deeply");
 }
 
 TEST_F(ZemReplay, RefusesConcurrentHistories)
