@@ -3,6 +3,7 @@
 /// Changes of values of any class of the model, for tests that go through a class's list of fields.
 
 #include "DOM_Block.h"
+#include "DOM_ChartSpace.h"
 #include "DOM_Image.h"
 #include "DOM_Paragraph.h"
 #include "DOM_ParagraphStyle.h"
@@ -77,6 +78,11 @@ inline void changeValue(std::unique_ptr<Block>& value)
 
 inline void changeValue(std::unique_ptr<GraphicalObject>& value)
 {
+    if (value && value->getKind() == GraphicalObjectKind::Image)
+    {
+        value = std::make_unique<ChartSpace>();
+        return;
+    }
     value = std::make_unique<Image>();
 }
 

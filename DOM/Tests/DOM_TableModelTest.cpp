@@ -9,7 +9,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <random>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -273,7 +275,7 @@ private:
         NaiveLineData dead{NaiveLine{line._line._id, false, 0}, {}};
         dead._cells.resize(line._cells.size());
         _naive.setLine(isRows, place, dead);
-        _killedStyles.emplace_back(line._line._id, line._line._style);
+        getKilledStyles(isRows).emplace_back(line._line._id, line._line._style);
     }
 
     /// The cells go back to the indices that they had, as far as there are such.
@@ -287,7 +289,8 @@ private:
         for (const auto& entry : data._cells)
         {
             const Cell& cell = *entry.second;
-            NaiveCell& naive = line._cells[crossing[entry.first.get()]].emplace();
+            line._cells[crossing[entry.first.get()]] = NaiveCell();
+            NaiveCell& naive = *line._cells[crossing[entry.first.get()]];
             naive._text = getText(cell);
             naive._capturedRows = cell.getMergeProps().getCapturedRowsCount();
             naive._capturedCols = cell.getMergeProps().getCapturedColsCount();
@@ -296,7 +299,8 @@ private:
                 naive._pivotSize = cell.getPivotTable()->getSize();
             }
         }
-        const auto style = std::find_if(_killedStyles.rbegin(), _killedStyles.rend(),
+        const KilledStyles& killedStyles = getKilledStyles(isRows);
+        const auto style = std::find_if(killedStyles.rbegin(), killedStyles.rend(),
                                         [&](const auto& entry) { return entry.first == data._id; });
         line._line._style = style->second;
         return line;
@@ -337,7 +341,11 @@ private:
     NaiveCell& getOrCreate(const CellIndex& index)
     {
         NaiveTable::Cell& cell = _naive.at(index.rowIndex.get(), index.colIndex.get());
-        return cell ? *cell : cell.emplace();
+        if (!cell)
+        {
+            cell = NaiveCell();
+        }
+        return *cell;
     }
 
     void setText(bool)
@@ -449,6 +457,14 @@ private:
         EXPECT_EQ(CellIndex(RowIndex(countLive(true)), ColumnIndex(countLive(false))), reached);
     }
 
+    /// The ids of killed lines, and their styles. A row and a column may have the same id.
+    using KilledStyles = std::vector<std::pair<unsigned long, unsigned char>>;
+
+    KilledStyles& getKilledStyles(bool isRows)
+    {
+        return isRows ? _killedRowStyles : _killedColumnStyles;
+    }
+
     TableRange chooseRange()
     {
         const unsigned long row = choose(countLive(true) + 1);
@@ -518,8 +534,8 @@ private:
     NaiveTable _naive;
     std::vector<SparseRowData> _killedRows;
     std::vector<SparseColumnData> _killedColumns;
-    /// The ids of killed lines, and their styles.
-    std::vector<std::pair<unsigned long, unsigned char>> _killedStyles;
+    KilledStyles _killedRowStyles;
+    KilledStyles _killedColumnStyles;
     unsigned long _nextID = 100;
 };
 
