@@ -29,7 +29,8 @@ struct Invalidate
 
 } // namespace
 
-/// Passes on to the index what is about texts, and lets everything else make it stale.
+/// Passes on to the index what is about texts, and lets everything else make it stale, but for properties of things in
+/// texts, which move nothing.
 class TextEditor::IndexFeed final : public DOMCollaboration::SingleActionExecutorNotificationObserver<Invalidate>
 {
 public:
@@ -81,6 +82,22 @@ public:
                       IndexExcludingTombstones to) override
     {
         _index.onBlockMoved(address, from, to);
+    }
+
+    void onRunPropsChanged(const NativeNodeAddress&, unsigned long) override
+    {
+    }
+
+    void onParaPropsChanged(const NativeNodeAddress&, unsigned long) override
+    {
+    }
+
+    void onFieldBlockPropsChanged(const NativeNodeAddress&, unsigned long) override
+    {
+    }
+
+    void onSectionPropsChanged(const NativeNodeAddress&, unsigned long) override
+    {
     }
 
 private:

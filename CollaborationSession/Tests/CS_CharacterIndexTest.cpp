@@ -73,7 +73,7 @@ TEST(CharacterIndex, ElementsAndOffsetsMeet)
     for (const std::string_view notation :
          {"", "{}", "#", "##", "{|ab}", "{|ab}{}", "{}{|ab}{~}", "{|ab}#{|cd}", "{|a~|b~~|c}$#{|d}#",
           "{|\xC3\xA9"
-          "a|b\xE2\x82\xAC~\xC3\xA9}{|a}#{|\xF0\x9F\x98\x80}",
+          "a|b\xE2\x82\xAC~|\xC3\xA9}{|a}#{|\xF0\x9F\x98\x80}",
           "{~~~}"})
     {
         expectConversions(notation);
@@ -182,6 +182,22 @@ TEST(NestedText, ChangesOfOtherTextsAreNoneOfItsBusiness)
     mainText.getIndex().checkInvariants();
     EXPECT_EQ(1U, edited._editor.getIndex().getCharactersCount());
     EXPECT_EQ("{|ab}#{|cyd}", TestSupport::print(edited.getText()));
+}
+
+TEST(NestedText, WhatIsntAboutTextMakesItsIndexStale)
+{
+    EditedDocument edited(TestSupport::makeText("#"), getShapeAddress(0));
+    const CharacterIndex& index = edited._editor.getIndex();
+    const DOM::NativeNodeAddress address;
+    edited._notifications->onRunPropsChanged(address, 1);
+    edited._notifications->onParaPropsChanged(address, 1);
+    edited._notifications->onFieldBlockPropsChanged(address, 1);
+    edited._notifications->onSectionPropsChanged(address, 1);
+    EXPECT_FALSE(index.isStale());
+    edited._notifications->onRowInserted(address, RowIndex(0));
+    EXPECT_TRUE(index.isStale());
+    edited._editor.replace(0, 0, "x");
+    EXPECT_FALSE(index.isStale());
 }
 
 TEST(NestedText, IsFoundAtItsNewAddressWhenBlocksInFrontOfItChanged)

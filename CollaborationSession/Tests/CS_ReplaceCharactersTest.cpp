@@ -322,7 +322,7 @@ TEST_F(StyledText, ReplacedRunLeavesItsStyle)
 {
     makeRuns({"ab", "cd", "ef"});
     _editor->replace(2, 4, "x");
-    ASSERT_EQ("{|ab|x...|ef}", print());
+    ASSERT_EQ("{|ab|x[...]|ef}", print());
     EXPECT_TRUE(hasStyle(0, 1, "cd"));
 }
 
@@ -330,7 +330,7 @@ TEST_F(StyledText, ReplacedBeginningOfARunStaysInIt)
 {
     makeRuns({"ab", "cd"});
     _editor->replace(2, 3, "x");
-    ASSERT_EQ("{|ab|x.d}", print());
+    ASSERT_EQ("{|ab|x[.]d}", print());
     EXPECT_TRUE(hasStyle(0, 1, "cd"));
 }
 
@@ -345,7 +345,7 @@ TEST_F(StyledText, RunWithAnotherStyleBehindIsntEntered)
 {
     makeRuns({"ab", "cd"});
     _editor->replace(0, 2, "x");
-    ASSERT_EQ("{|x...|cd}", print());
+    ASSERT_EQ("{|x[...]|cd}", print());
     EXPECT_TRUE(hasStyle(0, 0, "ab"));
 }
 
