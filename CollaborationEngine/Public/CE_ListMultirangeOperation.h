@@ -83,10 +83,10 @@ private:
     std::vector<T> _nestedOperations;
 };
 
-extern template class ListMultirangeOperationImpl<ListModificationOperation<InsertTag>>;
-extern template class ListMultirangeOperationImpl<ListModificationOperation<RemoveTag>>;
-extern template class ListMultirangeOperationImpl<ListModificationOperation<MarkAsRemovedTag>>;
-extern template class ListMultirangeOperationImpl<ListModificationOperation<RestoreTag>>;
-extern template class ListMultirangeOperationImpl<ListLeaveTombstonesOperation>;
+extern template class ZEM_EXPORT ListMultirangeOperationImpl<ListModificationOperation<InsertTag>>;
+extern template class ZEM_EXPORT ListMultirangeOperationImpl<ListModificationOperation<RemoveTag>>;
+extern template class ZEM_EXPORT ListMultirangeOperationImpl<ListModificationOperation<MarkAsRemovedTag>>;
+extern template class ZEM_EXPORT ListMultirangeOperationImpl<ListModificationOperation<RestoreTag>>;
+extern template class ZEM_EXPORT ListMultirangeOperationImpl<ListLeaveTombstonesOperation>;
 
 } // namespace Zem::CollaborationEngine

@@ -107,10 +107,10 @@ private:
     SharedConstPtr<ItemsCollection> _data;
 };
 
-extern template class ListModificationOperation<InsertTag>;
-extern template class ListModificationOperation<RemoveTag>;
-extern template class ListModificationOperation<MarkAsRemovedTag>;
-extern template class ListModificationOperation<RestoreTag>;
+extern template class ZEM_EXPORT ListModificationOperation<InsertTag>;
+extern template class ZEM_EXPORT ListModificationOperation<RemoveTag>;
+extern template class ZEM_EXPORT ListModificationOperation<MarkAsRemovedTag>;
+extern template class ZEM_EXPORT ListModificationOperation<RestoreTag>;
 
 /// Move of the one slot of the range by an offset; the target is where the slot stands afterwards.
 class ZEM_EXPORT ListMoveOperation final : public FamilyOperationImpl<ListMoveOperation, ListOperation>

@@ -84,8 +84,8 @@ private:
     SharedConstPtr<DataValue> _data;
 };
 
-extern template class MapInsertOrRemoveOperation<MapInsertTag>;
-extern template class MapInsertOrRemoveOperation<MapRemoveTag>;
+extern template class ZEM_EXPORT MapInsertOrRemoveOperation<MapInsertTag>;
+extern template class ZEM_EXPORT MapInsertOrRemoveOperation<MapRemoveTag>;
 
 /// A removal that found its key gone already, and keeps it out together with those that came before it. It keeps the
 /// value of the removal that it stands for.

@@ -235,7 +235,7 @@ private:
     NestedOperation _nestedOperation;
 };
 
-extern template class TableRowOrColumnOperation<RowTag>;
-extern template class TableRowOrColumnOperation<ColumnTag>;
+extern template class ZEM_EXPORT TableRowOrColumnOperation<RowTag>;
+extern template class ZEM_EXPORT TableRowOrColumnOperation<ColumnTag>;
 
 } // namespace Zem::CollaborationEngine

@@ -51,11 +51,11 @@ ZEM_EXPORT GenericPosition<false, DOMWrappersTraits> makePosition(const GenericB
 template<bool isConst, class Traits>
 GenericPosition<isConst, Traits> makePosition(const PositionDescriptor<isConst, Traits>& descriptor);
 
-extern template GenericPosition<true, DOMTraits> makePosition(const PositionDescriptor<true, DOMTraits>&);
-extern template GenericPosition<false, DOMTraits> makePosition(const PositionDescriptor<false, DOMTraits>&);
-extern template GenericPosition<true, DOMWrappersTraits>
+extern template ZEM_EXPORT GenericPosition<true, DOMTraits> makePosition(const PositionDescriptor<true, DOMTraits>&);
+extern template ZEM_EXPORT GenericPosition<false, DOMTraits> makePosition(const PositionDescriptor<false, DOMTraits>&);
+extern template ZEM_EXPORT GenericPosition<true, DOMWrappersTraits>
 makePosition(const PositionDescriptor<true, DOMWrappersTraits>&);
-extern template GenericPosition<false, DOMWrappersTraits>
+extern template ZEM_EXPORT GenericPosition<false, DOMWrappersTraits>
 makePosition(const PositionDescriptor<false, DOMWrappersTraits>&);
 
 /// The sum of the plane sizes of the blocks before `blockIndex`. Fails: "index < size()" when there are fewer blocks.

@@ -177,6 +177,6 @@ private:
     const TextNotificationTarget* _target;
 };
 
-extern template class GenericBlockCollectionWrapper<false>;
+extern template class ZEM_EXPORT GenericBlockCollectionWrapper<false>;
 
 } // namespace Zem::DOMCollaboration

@@ -199,7 +199,7 @@ private:
     unsigned long _blockIndex;
 };
 
-extern template class GenericTextWrapper<false>;
-extern template class GenericRunCollectionWrapper<false>;
+extern template class ZEM_EXPORT GenericTextWrapper<false>;
+extern template class ZEM_EXPORT GenericRunCollectionWrapper<false>;
 
 } // namespace Zem::DOMCollaboration

@@ -449,8 +449,8 @@ TEST(NodeAdapterCatalogue, AccessorsGiveTheDocumentsOwnObjects)
 {
     Documents documents;
     DOM::Document& document = documents._sample._document;
-    auto& text = document.getTextWithTombstones();
-    auto& paragraph = dynamic_cast<DOM::Paragraph&>(*text.getBlocks().at(0));
+    auto& mainText = document.getTextWithTombstones();
+    auto& paragraph = dynamic_cast<DOM::Paragraph&>(*mainText.getBlocks().at(0));
     DOM::Table& table = documents._sample.getTable();
     const auto at = [&]<class Adapter>(std::type_identity<Adapter>, const OperationNodeAddress& address)
     { return ElementPathUtils::createDOMNodeAdapterAs<Adapter>(documents._text, address); };
@@ -463,9 +463,9 @@ TEST(NodeAdapterCatalogue, AccessorsGiveTheDocumentsOwnObjects)
               &at(std::type_identity<GenericRunTagNodeAdapter<false>>(), flat(1))->getRun());
     EXPECT_EQ(&table, &at(std::type_identity<InOperationWorld<GenericTableNodeAdapter, false>>(), flat(7))->getTable());
     EXPECT_EQ(
-        text.getBlocks().at(2).get(),
+        mainText.getBlocks().at(2).get(),
         &at(std::type_identity<InOperationWorld<GenericSectionTagNodeAdapter, false>>(), flat(8))->getSectionTag());
-    EXPECT_EQ(text.getBlocks().at(4).get(),
+    EXPECT_EQ(mainText.getBlocks().at(4).get(),
               &at(std::type_identity<InOperationWorld<FieldBlockAdapter, false>>(), flat(10))->getBlock());
     InOperationWorld<GenericFrameCollectionNodeAdapter, false> frames(table);
     EXPECT_EQ(&table.getFrames(), &frames.getFrames());
@@ -492,8 +492,8 @@ TEST(NodeAdapterCatalogue, ATemporaryRootLeadsToTextAsACellDoes)
 {
     DOM::Table table(1, 1);
     table.getOrCreateCell(RowIndex(0), ColumnIndex(0)).getTextWithTombstones() = makeSampleText();
-    DOM::TextWithTombstones text = makeSampleText();
-    InOperationWorld<GenericTemporaryDOMNodeAdapter, true> temporary(text);
+    DOM::TextWithTombstones detached = makeSampleText();
+    InOperationWorld<GenericTemporaryDOMNodeAdapter, true> temporary(detached);
     const auto inCell =
         CellAdapterCreator<true>::makeCell<OperationNodeAddressTag, unsigned long>(table, RowIndex(0), ColumnIndex(0));
     const auto ofTemporary = temporary.createChildAdapter(fixed(Operation::TextWithTombstones), true);

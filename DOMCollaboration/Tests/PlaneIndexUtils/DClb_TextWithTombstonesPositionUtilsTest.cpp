@@ -173,7 +173,7 @@ TEST(ElementPosition, EachFieldIsReadFromThePositionsThatHaveIt)
     EXPECT_EQ(1u, getRunIndex(at(4)));
     EXPECT_EQ("a", getTextRun(at(3)).get().getText());
     EXPECT_EQ("a", getTextRun(at(4)).get().getText());
-    for (unsigned long index : {0, 1, 5, 6})
+    for (const unsigned long index : {0ul, 1ul, 5ul, 6ul})
     {
         EXPECT_ASSERTION(getRunIndex(at(index)), message);
         EXPECT_ASSERTION(getTextRun(at(index)), message);
@@ -270,7 +270,7 @@ TEST(PlaneAnchor, FindsPlacesInFrontOfItselfToo)
 {
     const DOM::TextWithTombstones text = makeText("{|ab}{|c}");
     PlaneAnchor anchor(IndexExcludingTombstones(6));
-    for (const unsigned long index : {6, 5, 8, 9, 0, 3, 7})
+    for (const unsigned long index : {6ul, 5ul, 8ul, 9ul, 0ul, 3ul, 7ul})
     {
         EXPECT_TRUE(PlaneWalk::find(text.getBlocks(), IndexExcludingTombstones(index)) ==
                     anchor.find(text.getBlocks(), IndexExcludingTombstones(index)));
