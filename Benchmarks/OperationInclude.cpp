@@ -84,19 +84,19 @@ void includeAllPairs(benchmark::State& state, unsigned long count, const Expecte
 
 void insertionsPastInsertions(benchmark::State& state)
 {
-    includeAllPairs<Insert, Insert>(state, 1,
-                                    [](unsigned long first, unsigned long second) { return second <= first ? 1 : 0; });
+    includeAllPairs<Insert, Insert>(
+        state, 1, [](unsigned long first, unsigned long second) { return second <= first ? 1ul : 0ul; });
 }
 
 void markingsPastInsertions(benchmark::State& state)
 {
     includeAllPairs<MarkAsRemoved, Insert>(
-        state, 5, [](unsigned long first, unsigned long second) { return second <= first ? 1 : 0; });
+        state, 5, [](unsigned long first, unsigned long second) { return second <= first ? 1ul : 0ul; });
 }
 
 void insertionsPastMarkings(benchmark::State& state)
 {
-    includeAllPairs<Insert, MarkAsRemoved>(state, 1, [](unsigned long, unsigned long) { return 0; });
+    includeAllPairs<Insert, MarkAsRemoved>(state, 1, [](unsigned long, unsigned long) { return 0ul; });
 }
 
 /// A deletion of many stretches past an insertion in the middle: one walk over the stretches.

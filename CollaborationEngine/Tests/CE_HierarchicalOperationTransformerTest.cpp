@@ -328,6 +328,23 @@ TEST(TableTransformers, PropertyOfARemovedRowWaitsForIt)
     EXPECT_EQ(replica.getDocument()._table._rows[0]._property, 7);
 }
 
+// Each of the two was marked while the other was dead or alive; the cell where they cross must not be lost.
+TEST(TableTransformers, CellWhereARowAndAColumnCrossComesBackWithTheLastOfThem)
+{
+    const auto markColumn = []
+    { return std::make_unique<TableColumnOperation>(tableAddress(), CellTableType, RowMark(1, nullptr)); };
+    for (const bool isRowFirst : {true, false})
+    {
+        Replica replica;
+        replica.run(row(RowMark(0, nullptr)));
+        replica.run(markColumn());
+        replica.undo(isRowFirst ? 0 : 1);
+        EXPECT_EQ(replica.getDocument()._table._cells.count({61, 72}), 0u);
+        replica.undo(isRowFirst ? 1 : 0);
+        EXPECT_EQ(replica.getDocument(), makeTreeDocument());
+    }
+}
+
 TEST(SetPropertyTransformers, LoserKeepsWhatTheWinnerDidNotTouch)
 {
     const auto transformer = makeTreeTransformer();

@@ -53,51 +53,44 @@ std::span<const PolymorphicClass<Run>> getRunClasses()
 
 } // namespace
 
+void savePointer(cereal::JSONOutputArchive& archive, const std::unique_ptr<Block>& block)
+{
+    savePolymorphic(archive, block, getBlockClasses());
+}
+
+void loadPointer(cereal::JSONInputArchive& archive, std::unique_ptr<Block>& block)
+{
+    loadPolymorphic(archive, block, getBlockClasses());
+}
+
+void savePointer(cereal::JSONOutputArchive& archive, const std::shared_ptr<const Block>& block)
+{
+    savePolymorphic(archive, block, getBlockClasses());
+}
+
+void loadPointer(cereal::JSONInputArchive& archive, std::shared_ptr<const Block>& block)
+{
+    loadPolymorphic(archive, block, getBlockClasses());
+}
+
+void savePointer(cereal::JSONOutputArchive& archive, const std::unique_ptr<Run>& run)
+{
+    savePolymorphic(archive, run, getRunClasses());
+}
+
+void loadPointer(cereal::JSONInputArchive& archive, std::unique_ptr<Run>& run)
+{
+    loadPolymorphic(archive, run, getRunClasses());
+}
+
+void savePointer(cereal::JSONOutputArchive& archive, const std::shared_ptr<const Run>& run)
+{
+    savePolymorphic(archive, run, getRunClasses());
+}
+
+void loadPointer(cereal::JSONInputArchive& archive, std::shared_ptr<const Run>& run)
+{
+    loadPolymorphic(archive, run, getRunClasses());
+}
+
 } // namespace Zem::DOM::JsonDetails
-
-namespace cereal
-{
-
-using namespace Zem::DOM::JsonDetails;
-
-void save(JSONOutputArchive& archive, const std::unique_ptr<Zem::DOM::Block>& block)
-{
-    savePolymorphic(archive, block, getBlockClasses());
-}
-
-void save(JSONOutputArchive& archive, const std::shared_ptr<const Zem::DOM::Block>& block)
-{
-    savePolymorphic(archive, block, getBlockClasses());
-}
-
-void load(JSONInputArchive& archive, std::unique_ptr<Zem::DOM::Block>& block)
-{
-    loadPolymorphic(archive, block, getBlockClasses());
-}
-
-void load(JSONInputArchive& archive, std::shared_ptr<const Zem::DOM::Block>& block)
-{
-    loadPolymorphic(archive, block, getBlockClasses());
-}
-
-void save(JSONOutputArchive& archive, const std::unique_ptr<Zem::DOM::Run>& run)
-{
-    savePolymorphic(archive, run, getRunClasses());
-}
-
-void save(JSONOutputArchive& archive, const std::shared_ptr<const Zem::DOM::Run>& run)
-{
-    savePolymorphic(archive, run, getRunClasses());
-}
-
-void load(JSONInputArchive& archive, std::unique_ptr<Zem::DOM::Run>& run)
-{
-    loadPolymorphic(archive, run, getRunClasses());
-}
-
-void load(JSONInputArchive& archive, std::shared_ptr<const Zem::DOM::Run>& run)
-{
-    loadPolymorphic(archive, run, getRunClasses());
-}
-
-} // namespace cereal

@@ -69,6 +69,16 @@ SharedStyleConstIPtr<Style> makeSharedStyle(cereal::JSONInputArchive& archive, S
                    : SharedStyleConstIPtr<Style>(new SharedStyle<Style>(std::move(style)));
 }
 
+/// The work of the functions of namespace cereal below, under names that a shared library exports.
+ZEM_EXPORT void savePointer(cereal::JSONOutputArchive& archive, const std::unique_ptr<Block>& block);
+ZEM_EXPORT void loadPointer(cereal::JSONInputArchive& archive, std::unique_ptr<Block>& block);
+ZEM_EXPORT void savePointer(cereal::JSONOutputArchive& archive, const std::shared_ptr<const Block>& block);
+ZEM_EXPORT void loadPointer(cereal::JSONInputArchive& archive, std::shared_ptr<const Block>& block);
+ZEM_EXPORT void savePointer(cereal::JSONOutputArchive& archive, const std::unique_ptr<Run>& run);
+ZEM_EXPORT void loadPointer(cereal::JSONInputArchive& archive, std::unique_ptr<Run>& run);
+ZEM_EXPORT void savePointer(cereal::JSONOutputArchive& archive, const std::shared_ptr<const Run>& run);
+ZEM_EXPORT void loadPointer(cereal::JSONInputArchive& archive, std::shared_ptr<const Run>& run);
+
 } // namespace JsonDetails
 
 } // namespace Zem::DOM
@@ -124,13 +134,44 @@ void load(JSONInputArchive& archive, boost::intrusive_ptr<const Zem::DOM::Shared
 
 /// Blocks and runs, under the names of their classes.
 /// Fail: `Exception` on a class that isn't in the closed list of blocks or of runs.
-ZEM_EXPORT void save(JSONOutputArchive& archive, const std::unique_ptr<Zem::DOM::Block>& block);
-ZEM_EXPORT void save(JSONOutputArchive& archive, const std::shared_ptr<const Zem::DOM::Block>& block);
-ZEM_EXPORT void load(JSONInputArchive& archive, std::unique_ptr<Zem::DOM::Block>& block);
-ZEM_EXPORT void load(JSONInputArchive& archive, std::shared_ptr<const Zem::DOM::Block>& block);
-ZEM_EXPORT void save(JSONOutputArchive& archive, const std::unique_ptr<Zem::DOM::Run>& run);
-ZEM_EXPORT void save(JSONOutputArchive& archive, const std::shared_ptr<const Zem::DOM::Run>& run);
-ZEM_EXPORT void load(JSONInputArchive& archive, std::unique_ptr<Zem::DOM::Run>& run);
-ZEM_EXPORT void load(JSONInputArchive& archive, std::shared_ptr<const Zem::DOM::Run>& run);
+inline void save(JSONOutputArchive& archive, const std::unique_ptr<Zem::DOM::Block>& block)
+{
+    Zem::DOM::JsonDetails::savePointer(archive, block);
+}
+
+inline void load(JSONInputArchive& archive, std::unique_ptr<Zem::DOM::Block>& block)
+{
+    Zem::DOM::JsonDetails::loadPointer(archive, block);
+}
+
+inline void save(JSONOutputArchive& archive, const std::shared_ptr<const Zem::DOM::Block>& block)
+{
+    Zem::DOM::JsonDetails::savePointer(archive, block);
+}
+
+inline void load(JSONInputArchive& archive, std::shared_ptr<const Zem::DOM::Block>& block)
+{
+    Zem::DOM::JsonDetails::loadPointer(archive, block);
+}
+
+inline void save(JSONOutputArchive& archive, const std::unique_ptr<Zem::DOM::Run>& run)
+{
+    Zem::DOM::JsonDetails::savePointer(archive, run);
+}
+
+inline void load(JSONInputArchive& archive, std::unique_ptr<Zem::DOM::Run>& run)
+{
+    Zem::DOM::JsonDetails::loadPointer(archive, run);
+}
+
+inline void save(JSONOutputArchive& archive, const std::shared_ptr<const Zem::DOM::Run>& run)
+{
+    Zem::DOM::JsonDetails::savePointer(archive, run);
+}
+
+inline void load(JSONInputArchive& archive, std::shared_ptr<const Zem::DOM::Run>& run)
+{
+    Zem::DOM::JsonDetails::loadPointer(archive, run);
+}
 
 } // namespace cereal
