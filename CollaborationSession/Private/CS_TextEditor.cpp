@@ -135,6 +135,11 @@ void TextEditor::setAddress(OperationNodeAddress address)
     _feed->getIndex() = CharacterIndex(TextInDocument(_document, std::move(address)));
 }
 
+void TextEditor::reload()
+{
+    setAddress(OperationNodeAddress(_feed->getIndex().getTextInDocument().getAddress()));
+}
+
 Operations TextEditor::replace(unsigned long begin, unsigned long end, std::string_view replacement)
 {
     return execute(TextCommands::replaceCharacters(getIndex(), begin, end, replacement));

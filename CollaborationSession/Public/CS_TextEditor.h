@@ -48,6 +48,9 @@ public:
     /// `TextInDocument`.
     void setAddress(CollaborationEngine::OperationNodeAddress address);
 
+    /// Counts the text anew, after the whole document was replaced. Fails: as `TextInDocument`.
+    void reload();
+
     /// Each does what the command of `TextCommands` makes, and fails as that does; and with `InvalidEditError` when the
     /// text doesn't take it, in which case all is as it was.
     Operations replace(unsigned long begin, unsigned long end, std::string_view replacement);

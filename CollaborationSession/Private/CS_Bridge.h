@@ -1,0 +1,61 @@
+#pragma once
+
+#include "CS_ChangedInsertion.h"
+#include "CS_Messages.h"
+
+#include "CE_BaseClientEditingStateTransformer.h"
+#include "CE_BaseOperationTransformer.h"
+
+#include <memory>
+#include <variant>
+#include <vector>
+
+namespace Zem::CollaborationSession
+{
+
+/// Operations that ran beside those of somebody else. Each of the latter crosses the bridge in turn: it is brought past
+/// all that stands on it, and all of that is brought past it, so that the bridge always begins where the next operation
+/// begins.
+///
+///        b1   b2   b3            the bridge, what happened meanwhile
+///      o----o----o----o
+///   a1 |    |    |    | a1'      cross(a1) gives a1'; the bridge is then the lower line
+///      o----o----o----o
+///   a2 |    |    |    | a2'
+///      o----o----o----o
+///
+/// Where the document made something else of a1', the way from a1' to that is appended.
+class Bridge
+{
+public:
+    explicit Bridge(const CollaborationEngine::BaseOperationTransformer& transformer)
+        : _transformer(transformer)
+    {
+    }
+
+    void append(std::shared_ptr<const CollaborationEngine::Operation> operation);
+
+    /// Appends the way from `planned`, the last that crossed, to what became of it. Elements that both insert keep
+    /// their identity. Where nothing better is known, `planned` is taken back and `happened` is done.
+    void appendChange(const CollaborationEngine::Operation& planned, const CollaborationEngine::Operation& happened);
+
+    /// `operation` past all that stands here, which goes first in a tie. If a transformation fails, the bridge is as it
+    /// was. Cost: two transformations for each operation that stands here.
+    CollaborationEngine::OperationUPtr cross(const CollaborationEngine::Operation& operation);
+
+    /// Moves selections along the bridge.
+    void follow(CollaborationEngine::BaseClientEditingStateTransformer& transformer, Selections& selections) const;
+
+private:
+    using Passed = std::variant<std::shared_ptr<const CollaborationEngine::Operation>, ChangedInsertion>;
+
+    bool appendChangeOnNode(const CollaborationEngine::Operation& planned,
+                            const CollaborationEngine::Operation& happened);
+    CollaborationEngine::OperationUPtr crossOne(const CollaborationEngine::Operation& operation, Passed passed,
+                                                std::vector<Passed>& passedBehind) const;
+
+    const CollaborationEngine::BaseOperationTransformer& _transformer;
+    std::vector<Passed> _passed;
+};
+
+} // namespace Zem::CollaborationSession

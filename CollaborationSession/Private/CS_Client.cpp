@@ -1,0 +1,297 @@
+#include "CS_Client.h"
+
+#include "CS_MoveSelections.h"
+#include "CS_Rebase.h"
+#include "CS_Stopwatch.h"
+
+#include "CE_OperationEquality.h"
+#include "DClb_DocumentPositionTransformer.h"
+
+#include "Util_Assert.h"
+#include "Util_Cast.h"
+
+#include <utility>
+
+namespace Zem::CollaborationSession
+{
+
+using namespace CollaborationEngine;
+
+namespace
+{
+
+/// How many entries pass before the client takes a new copy of the document, and before it tells what it has if it has
+/// nothing else to tell.
+constexpr Revision checkpointInterval = 4096;
+constexpr Revision tellInterval = 1024;
+
+/// Each client has ids of its own: those of client n begin at n times this.
+constexpr Operation::Id operationIDsOfAClient = Operation::Id(1) << 40;
+
+/// Handles each kind of message by an overload of its own.
+template<class... Handlers>
+struct Overloaded : Handlers...
+{
+    using Handlers::operator()...;
+};
+
+template<class... Handlers>
+Overloaded(Handlers...) -> Overloaded<Handlers...>;
+
+} // namespace
+
+class Client::LocalExecutor final : public OperationExecutor
+{
+public:
+    explicit LocalExecutor(Client& client)
+        : _client(client)
+    {
+    }
+
+    bool executeAndChangeIfNeeded(Operation& operation, OperationUPtr& changedOp) override
+    {
+        return _client.executeOwn(operation, changedOp);
+    }
+
+    void reverse(Operation& operation) override
+    {
+        _client.reverseOwn(operation);
+    }
+
+    AfterDocumentActionSignal& getAfterDocumentActionSignal() override
+    {
+        return _client._replica.getExecutor().getAfterDocumentActionSignal();
+    }
+
+private:
+    Client& _client;
+};
+
+Client::Client(ClientID id, const Snapshot& snapshot)
+    : _id(id)
+    , _replica(snapshot._kind, derefPtr(snapshot._document))
+    , _selectionTransformer(std::make_shared<DOMCollaboration::DocumentPositionTransformer>())
+    , _executor(std::make_unique<LocalExecutor>(*this))
+    , _revision(snapshot._revision + snapshot._entries.size())
+    , _toldRevision(snapshot._revision)
+    , _nextOperationID(id * operationIDsOfAClient)
+    , _checkpoint(snapshot._document)
+    , _entriesSinceCheckpoint(snapshot._entries)
+    , _selections(snapshot._selections)
+{
+    for (const HistoryEntryPtr& entry : _entriesSinceCheckpoint)
+    {
+        _replica.executeAgain(*entry->_operation);
+    }
+}
+
+Client::~Client() = default;
+
+OperationExecutor& Client::getExecutor()
+{
+    return *_executor;
+}
+
+boost::optional<ClientBatch> Client::takeBatch()
+{
+    if (_underWayCount > 0)
+    {
+        return boost::none;
+    }
+    std::erase_if(_pending, [](const OperationUPtr& operation) { return cast<EmptyOperation>(operation.get()); });
+    if (isQuiet() && _revision - _toldRevision < tellInterval)
+    {
+        return boost::none;
+    }
+    ClientBatch batch;
+    batch._base = _revision;
+    batch._firstNumber = _lastNumber + 1;
+    batch._operations.reserve(_pending.size());
+    for (const OperationUPtr& operation : _pending)
+    {
+        batch._operations.push_back(cloneOperation(*operation));
+    }
+    if (_isSelectionNew && findOwnSelection())
+    {
+        batch._selection = std::make_shared<const Selection>(*findOwnSelection());
+    }
+    _lastNumber += _pending.size();
+    _underWayCount = _pending.size();
+    _toldRevision = _revision;
+    _isSelectionNew = false;
+    return batch;
+}
+
+void Client::receive(std::span<const ServerMessage> messages)
+{
+    boost::optional<Rebase> rebase;
+    const auto rebasing = [&]() -> Rebase&
+    {
+        if (!rebase)
+        {
+            rebase.emplace(*this);
+        }
+        return *rebase;
+    };
+    const Overloaded takeIn{[&](const OperationHappened& happened)
+                            {
+                                if (!rebase && confirms(happened))
+                                {
+                                    confirm(happened._entry);
+                                    return;
+                                }
+                                rebasing().takeIn(happened._entry);
+                            },
+                            [&](const OperationRejected& rejected)
+                            {
+                                // One that came in before the connection broke may come again.
+                                if (rejected._number > _lastNumber - _underWayCount)
+                                {
+                                    rebasing().takeIn(rejected);
+                                }
+                            },
+                            [&](const SelectionMoved& moved)
+                            { takeInSelection(moved, rebase ? std::span<const OperationUPtr>() : _pending); }};
+    for (const ServerMessage& message : messages)
+    {
+        std::visit(takeIn, message);
+    }
+    if (rebase)
+    {
+        rebase->finish();
+    }
+    takeCheckpointIfDue();
+}
+
+void Client::resume()
+{
+    _lastNumber -= _underWayCount;
+    _underWayCount = 0;
+    _isSelectionNew = findOwnSelection() != nullptr;
+}
+
+void Client::setSelection(Selection selection)
+{
+    _ownSelection.insert_or_assign(_id, std::move(selection));
+    _isSelectionNew = true;
+}
+
+const Selection* Client::findOwnSelection() const
+{
+    return _ownSelection.empty() ? nullptr : &_ownSelection.begin()->second;
+}
+
+std::vector<Client::Refusal> Client::takeRefusals()
+{
+    return std::exchange(_refusals, {});
+}
+
+bool Client::executeOwn(Operation& operation, OperationUPtr& changedOp)
+{
+    operation.setIDIfNeeded(_nextOperationID);
+    bool isChanged = false;
+    try
+    {
+        isChanged = _replica.getExecutor().executeAndChangeIfNeeded(operation, changedOp);
+    }
+    catch (...)
+    {
+        restoreDocument(_pending);
+        throw;
+    }
+    const Operation& happened = isChanged ? *changedOp : operation;
+    includeInAll(happened);
+    _pending.push_back(cloneOperation(happened));
+    return isChanged;
+}
+
+void Client::reverseOwn(const Operation& operation)
+{
+    const bool isLastUnsent = _pending.size() > _underWayCount && _pending.back()->getID() == operation.getID();
+    ZEM_ASSERT(isLastUnsent);
+    excludeFromAll(*_pending.back());
+    _replica.getExecutor().reverse(*_pending.back());
+    _pending.pop_back();
+}
+
+/// Whether the entry is the oldest own operation, as it stands here.
+bool Client::confirms(const OperationHappened& happened) const
+{
+    return happened._entry->_author == _id && _underWayCount > 0 &&
+           areDeeplyEqual(*_pending.front(), *happened._entry->_operation);
+}
+
+void Client::confirm(const HistoryEntryPtr& entry)
+{
+    _pending.erase(_pending.begin());
+    --_underWayCount;
+    ++_revision;
+    ++_statistics._confirmedCount;
+    _entriesSinceCheckpoint.push_back(entry);
+}
+
+/// `pending` are the operations that are in the document and that the server doesn't know.
+void Client::takeInSelection(const SelectionMoved& moved, std::span<const OperationUPtr> pending)
+{
+    _selections.erase(moved._client);
+    if (!moved._selection)
+    {
+        return;
+    }
+    Selections single = {{moved._client, *moved._selection}};
+    for (const OperationUPtr& operation : pending)
+    {
+        includeInSelections(_selectionTransformer, *operation, single);
+    }
+    _selections.merge(single);
+}
+
+void Client::refuse(const Operation& operation, const std::string& reason)
+{
+    if (const auto id = operation.getID())
+    {
+        _refusals.push_back({*id, reason});
+    }
+}
+
+/// Makes the document again: the copy, what happened since, and the pending operations as they stand.
+void Client::restoreDocument(std::span<const OperationUPtr> pending)
+{
+    _replica.replaceDocument(*_checkpoint);
+    for (const HistoryEntryPtr& entry : _entriesSinceCheckpoint)
+    {
+        _replica.executeAgain(*entry->_operation);
+    }
+    for (const OperationUPtr& operation : pending)
+    {
+        _replica.executeAgain(*operation);
+    }
+    if (_onDocumentReplaced)
+    {
+        _onDocumentReplaced();
+    }
+}
+
+/// Only the document of a revision can be copied: one without pending operations.
+void Client::takeCheckpointIfDue()
+{
+    if (_pending.empty() && _entriesSinceCheckpoint.size() >= checkpointInterval)
+    {
+        _checkpoint = std::make_shared<const DOM::Document>(_replica.getDocument());
+        _entriesSinceCheckpoint.clear();
+    }
+}
+
+void Client::includeInAll(const Operation& operation)
+{
+    includeInSelections(_selectionTransformer, operation, _selections);
+    includeInSelections(_selectionTransformer, operation, _ownSelection);
+}
+
+void Client::excludeFromAll(const Operation& operation)
+{
+    excludeFromSelections(_selectionTransformer, operation, _selections);
+    excludeFromSelections(_selectionTransformer, operation, _ownSelection);
+}
+
+} // namespace Zem::CollaborationSession

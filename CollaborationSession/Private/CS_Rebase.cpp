@@ -1,0 +1,166 @@
+#include "CS_Rebase.h"
+
+#include "CS_Stopwatch.h"
+
+#include "CE_InverseOperation.h"
+
+#include "Util_Assert.h"
+#include "Util_Cast.h"
+
+#include <algorithm>
+#include <exception>
+
+namespace Zem::CollaborationSession
+{
+
+using namespace CollaborationEngine;
+
+Client::Rebase::Rebase(Client& client)
+    : _client(client)
+    , _bridge(client.getTransformer())
+{
+    const Stopwatch stopwatch(_client._statistics._reversingTime);
+    for (auto pending = _client._pending.rbegin(); pending != _client._pending.rend(); ++pending)
+    {
+        _client.excludeFromAll(**pending);
+    }
+    try
+    {
+        for (auto pending = _client._pending.rbegin(); pending != _client._pending.rend(); ++pending)
+        {
+            _client._replica.getExecutor().reverse(**pending);
+        }
+    }
+    catch (const std::exception&)
+    {
+        // The grammar of texts lets a paragraph stay open behind an atomic run that an atomic block follows. What
+        // closed it can't be taken back then.
+        _client.restoreDocument({});
+    }
+}
+
+void Client::Rebase::takeIn(const HistoryEntryPtr& entry)
+{
+    const bool isOwn = entry->_author == _client._id;
+    OperationUPtr planned = isOwn ? cross(*takeOldest()) : nullptr;
+    {
+        const Stopwatch stopwatch(_client._statistics._executingTime);
+        _client._replica.executeAgain(*entry->_operation);
+    }
+    _client.includeInAll(*entry->_operation);
+    ++_client._statistics._executedCount;
+    ++_client._revision;
+    _client._entriesSinceCheckpoint.push_back(entry);
+    if (!isOwn)
+    {
+        _bridge.append(std::shared_ptr<const Operation>(entry->_operation));
+    }
+    else if (planned)
+    {
+        _bridge.appendChange(*planned, *entry->_operation);
+    }
+}
+
+void Client::Rebase::takeIn(const OperationRejected& rejection)
+{
+    const OperationUPtr oldest = takeOldest();
+    _client.refuse(*oldest, rejection._reason);
+    if (const OperationUPtr planned = cross(*oldest))
+    {
+        _bridge.appendChange(*planned, EmptyOperation());
+    }
+}
+
+void Client::Rebase::finish()
+{
+    std::vector<OperationUPtr> pending = std::move(_client._pending);
+    _client._pending.clear();
+    for (std::size_t index = 0; index < pending.size(); ++index)
+    {
+        OperationUPtr planned = cross(*pending[index]);
+        OperationUPtr happened = planned ? executeAgain(std::move(planned)) : nullptr;
+        if (!happened && index < _client._underWayCount)
+        {
+            happened = std::make_unique<EmptyOperation>();
+        }
+        if (happened)
+        {
+            _again.push_back(std::move(happened));
+        }
+    }
+    _client._pending = std::move(_again);
+}
+
+/// The oldest pending operation, which is under way no more.
+OperationUPtr Client::Rebase::takeOldest()
+{
+    const bool isUnderWay = _client._underWayCount > 0;
+    ZEM_ASSERT(isUnderWay);
+    OperationUPtr oldest = std::move(_client._pending.front());
+    _client._pending.erase(_client._pending.begin());
+    --_client._underWayCount;
+    return oldest;
+}
+
+/// Null, and the operation is refused, if it can't be placed.
+OperationUPtr Client::Rebase::cross(const Operation& operation)
+{
+    const Stopwatch stopwatch(_client._statistics._transformingTime);
+    if (!_isBridgeWhole)
+    {
+        _client.refuse(operation, "It was made behind one that can't be placed any more.");
+        return nullptr;
+    }
+    try
+    {
+        return _bridge.cross(operation);
+    }
+    catch (const std::exception& error)
+    {
+        _client.refuse(operation, error.what());
+        _isBridgeWhole = false;
+        return nullptr;
+    }
+}
+
+/// What happened; null if the document refused it with a failure.
+OperationUPtr Client::Rebase::executeAgain(OperationUPtr planned)
+{
+    ++_client._statistics._rebasedCount;
+    OperationUPtr changed;
+    try
+    {
+        const Stopwatch stopwatch(_client._statistics._executingTime);
+        _client._replica.getExecutor().executeAndChangeIfNeeded(*planned, changed);
+    }
+    catch (const std::exception& error)
+    {
+        _client.refuse(*planned, error.what());
+        _client.restoreDocument(_again);
+        leaveOut(*planned);
+        return nullptr;
+    }
+    if (changed)
+    {
+        ++_client._statistics._changedCount;
+        _bridge.appendChange(*planned, *changed);
+        planned = std::move(changed);
+    }
+    _client.includeInAll(*planned);
+    return planned;
+}
+
+/// What was made behind an operation goes on without it.
+void Client::Rebase::leaveOut(const Operation& planned)
+{
+    try
+    {
+        _bridge.append(makeReversal(planned));
+    }
+    catch (const std::exception&)
+    {
+        _isBridgeWhole = false;
+    }
+}
+
+} // namespace Zem::CollaborationSession

@@ -1,0 +1,263 @@
+#include "CS_Server.h"
+
+#include "CS_Bridge.h"
+#include "CS_MoveSelections.h"
+
+#include "CE_InverseOperation.h"
+#include "DClb_DocumentPositionTransformer.h"
+
+#include <algorithm>
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace Zem::CollaborationSession
+{
+
+using namespace CollaborationEngine;
+
+Server::Server(DocumentKind kind, const DOM::Document& document, Revision checkpointInterval)
+    : _replica(kind, document)
+    , _selectionTransformer(std::make_shared<DOMCollaboration::DocumentPositionTransformer>())
+    , _checkpointInterval(checkpointInterval)
+{
+    takeCheckpoint();
+}
+
+Server::~Server() = default;
+
+std::pair<ClientID, Snapshot> Server::join(Outbox outbox)
+{
+    ConnectedClient client;
+    client._outbox = std::move(outbox);
+    client._base = _checkpointRevision;
+    _clients.emplace(++_lastClient, std::move(client));
+    const auto firstEntry = _history.begin() + static_cast<std::ptrdiff_t>(_checkpointRevision - _firstRevision);
+    return {_lastClient,
+            Snapshot{_replica.getKind(), _checkpoint, _checkpointRevision, {firstEntry, _history.end()}, _selections}};
+}
+
+void Server::disconnect(ClientID client)
+{
+    findClient(client)._outbox = nullptr;
+}
+
+void Server::reconnect(ClientID clientID, Revision revision, Outbox outbox)
+{
+    ConnectedClient& client = findClient(clientID);
+    if (revision < client._base || revision > getRevision())
+    {
+        throw InvalidBatchError("Client " + std::to_string(clientID) + " can't have revision " +
+                                std::to_string(revision));
+    }
+    client._outbox = std::move(outbox);
+    auto rejection = client._rejections.begin();
+    for (Revision current = revision;; ++current)
+    {
+        for (; rejection != client._rejections.end() && rejection->first <= current; ++rejection)
+        {
+            client._outbox(rejection->second);
+        }
+        if (current == getRevision())
+        {
+            break;
+        }
+        client._outbox(OperationHappened{_history[current - _firstRevision]});
+    }
+    for (const auto& [owner, selection] : _selections)
+    {
+        if (owner != clientID)
+        {
+            client._outbox(SelectionMoved{owner, std::make_shared<Selection>(selection)});
+        }
+    }
+}
+
+void Server::leave(ClientID client)
+{
+    findClient(client);
+    _clients.erase(client);
+    if (_selections.erase(client) > 0)
+    {
+        sendToAll(SelectionMoved{client, nullptr});
+    }
+    trimHistory();
+}
+
+void Server::receive(ClientID clientID, const ClientBatch& batch)
+{
+    ConnectedClient& client = findClient(clientID);
+    const std::size_t count = batch._operations.size();
+    if (count > 0 && batch._firstNumber + count - 1 <= client._lastNumber)
+    {
+        return;
+    }
+    requireValid(client, batch);
+    client._base = batch._base;
+    std::erase_if(client._rejections, [&](const auto& rejection) { return rejection.first < batch._base; });
+
+    Bridge bridge(_replica.getTransformer());
+    for (Revision revision = batch._base; revision < getRevision(); ++revision)
+    {
+        bridge.append(std::shared_ptr<const Operation>(_history[revision - _firstRevision]->_operation));
+    }
+    bool isBridgeWhole = true;
+    for (const auto& operation : batch._operations)
+    {
+        const unsigned long number = ++client._lastNumber;
+        isBridgeWhole = isBridgeWhole ? takeIn(clientID, number, *operation, bridge)
+                                      : reject(clientID, number, "It was made behind one that fits no document.");
+    }
+    if (batch._selection && isBridgeWhole)
+    {
+        takeInSelection(clientID, *batch._selection, bridge);
+    }
+    if (getRevision() - _checkpointRevision >= _checkpointInterval)
+    {
+        takeCheckpoint();
+        trimHistory();
+    }
+}
+
+/// Whether the bridge still begins where the next operation begins.
+bool Server::takeIn(ClientID author, unsigned long number, const Operation& operation, Bridge& bridge)
+{
+    OperationUPtr planned;
+    try
+    {
+        planned = bridge.cross(operation);
+    }
+    catch (const std::exception& error)
+    {
+        return reject(author, number, error.what());
+    }
+    try
+    {
+        OperationUPtr changed;
+        if (_replica.getExecutor().executeAndChangeIfNeeded(*planned, changed))
+        {
+            bridge.appendChange(*planned, *changed);
+            planned = std::move(changed);
+        }
+        append(author, number, std::move(planned));
+        return true;
+    }
+    catch (const std::exception& error)
+    {
+        reject(author, number, error.what());
+        restoreDocument();
+    }
+    try
+    {
+        bridge.append(makeReversal(*planned));
+        return true;
+    }
+    catch (const std::exception&)
+    {
+        // An operation that can't even be taken back: nothing that was made behind it can be placed.
+        return false;
+    }
+}
+
+/// False, for the sake of its callers.
+bool Server::reject(ClientID author, unsigned long number, const std::string& reason)
+{
+    ConnectedClient& client = findClient(author);
+    const OperationRejected rejection{number, reason};
+    client._rejections.emplace_back(getRevision(), rejection);
+    if (client._outbox)
+    {
+        client._outbox(rejection);
+    }
+    return false;
+}
+
+void Server::append(ClientID author, unsigned long number, OperationUPtr operation)
+{
+    includeInSelections(_selectionTransformer, *operation, _selections);
+    auto entry = std::make_shared<HistoryEntry>(HistoryEntry{author, number, std::move(operation)});
+    _history.push_back(entry);
+    sendToAll(OperationHappened{std::move(entry)});
+}
+
+void Server::takeInSelection(ClientID client, const Selection& selection, const Bridge& bridge)
+{
+    Selections moved;
+    moved.emplace(client, selection);
+    bridge.follow(_selectionTransformer, moved);
+    if (moved.empty())
+    {
+        return;
+    }
+    moved.begin()->second.clearCache();
+    const auto shared = std::make_shared<const Selection>(moved.begin()->second);
+    _selections.insert_or_assign(client, *shared);
+    sendToAll(SelectionMoved{client, shared}, client);
+}
+
+Server::ConnectedClient& Server::findClient(ClientID client)
+{
+    const auto found = _clients.find(client);
+    if (found == _clients.end())
+    {
+        throw InvalidBatchError("There is no client " + std::to_string(client));
+    }
+    return found->second;
+}
+
+void Server::requireValid(const ConnectedClient& client, const ClientBatch& batch) const
+{
+    if (batch._base < client._base || batch._base > getRevision())
+    {
+        throw InvalidBatchError("A batch can't stand on revision " + std::to_string(batch._base));
+    }
+    if (batch._firstNumber != client._lastNumber + 1)
+    {
+        throw InvalidBatchError("Operation " + std::to_string(client._lastNumber + 1) + " was expected, not " +
+                                std::to_string(batch._firstNumber));
+    }
+    if (std::find(batch._operations.begin(), batch._operations.end(), nullptr) != batch._operations.end())
+    {
+        throw InvalidBatchError("A batch holds no null operations");
+    }
+}
+
+void Server::sendToAll(const ServerMessage& message, ClientID except)
+{
+    for (auto& [id, client] : _clients)
+    {
+        if (client._outbox && id != except)
+        {
+            client._outbox(message);
+        }
+    }
+}
+
+/// A failed execution may have changed a part: the document is made again from the copy and what happened since.
+void Server::restoreDocument()
+{
+    _replica.replaceDocument(*_checkpoint);
+    for (Revision revision = _checkpointRevision; revision < getRevision(); ++revision)
+    {
+        _replica.executeAgain(*_history[revision - _firstRevision]->_operation);
+    }
+}
+
+void Server::takeCheckpoint()
+{
+    _checkpoint = std::make_shared<const DOM::Document>(_replica.getDocument());
+    _checkpointRevision = getRevision();
+}
+
+void Server::trimHistory()
+{
+    Revision oldest = _checkpointRevision;
+    for (const auto& [id, client] : _clients)
+    {
+        oldest = std::min(oldest, client._base);
+    }
+    _history.erase(_history.begin(), _history.begin() + static_cast<std::ptrdiff_t>(oldest - _firstRevision));
+    _firstRevision = oldest;
+}
+
+} // namespace Zem::CollaborationSession

@@ -1,0 +1,189 @@
+#pragma once
+
+/// The client of a shared document. Its own operations run at once and are pending until the server has them in its
+/// history. When the history grows, the client takes its pending operations back, executes what really happened, brings
+/// the pending ones past that, and executes them again. So every replica executes one history, and is equal to every
+/// other as soon as nothing is pending.
+///
+/// While a batch is under way the client sends no other; what is typed meanwhile goes with the next.
+
+#include "CS_Messages.h"
+#include "CS_Replica.h"
+
+#include "EditingState/DClb_DOMEditingStateTransformer.h"
+
+#include "Util_Export.h"
+
+#include <boost/optional.hpp>
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace Zem::CollaborationSession
+{
+
+class Bridge;
+
+/// It is used by one thread at a time. The process needs an assertion handler that throws (`throwAssertionFailure`).
+class ZEM_EXPORT Client
+{
+public:
+    /// An own operation that isn't to be, under the id that it was given when it was executed.
+    struct Refusal
+    {
+        CollaborationEngine::Operation::Id _operationID;
+        std::string _reason;
+    };
+
+    /// What a client does, in numbers.
+    struct Statistics
+    {
+        /// Operations of the history that were executed here, and own ones that were merely confirmed.
+        unsigned long _executedCount = 0;
+        unsigned long _confirmedCount = 0;
+        /// Pending operations that were brought past others and executed again, and those of them that the document
+        /// changed.
+        unsigned long _rebasedCount = 0;
+        unsigned long _changedCount = 0;
+        /// Seconds.
+        double _transformingTime = 0;
+        double _reversingTime = 0;
+        double _executingTime = 0;
+    };
+
+    /// Joins with what the server gave. The snapshot's document is copied.
+    Client(ClientID id, const Snapshot& snapshot);
+    ~Client();
+
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    ClientID getID() const
+    {
+        return _id;
+    }
+
+    const DOM::Document& getDocument() const
+    {
+        return _replica.getDocument();
+    }
+
+    const std::shared_ptr<DOMCollaboration::DocumentAdapterWithNodeAdapter>& getAdapter() const
+    {
+        return _replica.getAdapter();
+    }
+
+    /// Tells of every change of the document, but for a replacement of the whole (`setOnDocumentReplaced`).
+    ObserverFanOut& getNotifications()
+    {
+        return _replica.getNotifications();
+    }
+
+    const CollaborationEngine::BaseOperationTransformer& getTransformer() const
+    {
+        return _replica.getTransformer();
+    }
+
+    /// Executes the user's own operations: each becomes pending, with an id. One that fails leaves the document as it
+    /// was, and the exception goes on. A reverse takes back the last pending operation, which must not have been sent:
+    /// fails with "isLastUnsent" otherwise.
+    CollaborationEngine::OperationExecutor& getExecutor();
+
+    /// Called when the document was replaced by an equal one, or one without an operation that failed: whoever keeps
+    /// something about it looks again.
+    void setOnDocumentReplaced(std::function<void()> onDocumentReplaced)
+    {
+        _onDocumentReplaced = std::move(onDocumentReplaced);
+    }
+
+    /// How many operations of the history the client has.
+    Revision getRevision() const
+    {
+        return _revision;
+    }
+
+    /// How many own operations aren't in the history yet.
+    std::size_t getPendingCount() const
+    {
+        return _pending.size();
+    }
+
+    /// Whether there is nothing to send and nothing to wait for.
+    bool isQuiet() const
+    {
+        return _pending.empty() && !_isSelectionNew;
+    }
+
+    /// What is to be sent now, if anything: all pending operations and the selection, unless a batch is under way; or
+    /// an empty batch now and then, by which the server knows what it needn't keep.
+    boost::optional<ClientBatch> takeBatch();
+
+    /// Takes in what the server told, in its order. What this costs is paid once for all messages of a call.
+    void receive(std::span<const ServerMessage> messages);
+
+    /// The connection broke, and a new one is there: after the server's `reconnect` with `getRevision()` and its
+    /// messages, the batch that was under way is sent again by `takeBatch`, if the server hasn't got it.
+    void resume();
+
+    /// The own selection, in the coordinates of the document as it stands, pending operations included.
+    void setSelection(Selection selection);
+    const Selection* findOwnSelection() const;
+
+    /// Those of the others, in the coordinates of the document as it stands.
+    const Selections& getSelections() const
+    {
+        return _selections;
+    }
+
+    /// What was refused since the last call.
+    std::vector<Refusal> takeRefusals();
+
+    const Statistics& getStatistics() const
+    {
+        return _statistics;
+    }
+
+private:
+    class LocalExecutor;
+    class Rebase;
+
+    bool executeOwn(CollaborationEngine::Operation& operation, CollaborationEngine::OperationUPtr& changedOp);
+    void reverseOwn(const CollaborationEngine::Operation& operation);
+    bool confirms(const OperationHappened& happened) const;
+    void confirm(const HistoryEntryPtr& entry);
+    void takeInSelection(const SelectionMoved& moved, std::span<const CollaborationEngine::OperationUPtr> pending);
+    void refuse(const CollaborationEngine::Operation& operation, const std::string& reason);
+    void restoreDocument(std::span<const CollaborationEngine::OperationUPtr> pending);
+    void takeCheckpointIfDue();
+    void includeInAll(const CollaborationEngine::Operation& operation);
+    void excludeFromAll(const CollaborationEngine::Operation& operation);
+
+    ClientID _id;
+    Replica _replica;
+    DOMCollaboration::DOMEditingStateTransformer _selectionTransformer;
+    std::unique_ptr<LocalExecutor> _executor;
+    Revision _revision;
+    /// The newest revision that the server knows this client to have.
+    Revision _toldRevision;
+    /// The oldest first; those that are under way stand in front. One of these that was refused here is empty: its
+    /// place is kept for what the server says.
+    std::vector<CollaborationEngine::OperationUPtr> _pending;
+    std::size_t _underWayCount = 0;
+    /// The number of the last operation that was sent.
+    unsigned long _lastNumber = 0;
+    CollaborationEngine::Operation::Id _nextOperationID;
+    /// A document of some revision, and what happened since: where to begin again when an operation fails.
+    std::shared_ptr<const DOM::Document> _checkpoint;
+    std::vector<HistoryEntryPtr> _entriesSinceCheckpoint;
+    Selections _selections;
+    /// Empty, or the own one.
+    Selections _ownSelection;
+    bool _isSelectionNew = false;
+    std::vector<Refusal> _refusals;
+    std::function<void()> _onDocumentReplaced;
+    Statistics _statistics;
+};
+
+} // namespace Zem::CollaborationSession

@@ -1,0 +1,316 @@
+#include "CS_SessionCase.h"
+
+#include "TS_Assertions.h"
+
+#include "CE_ListMultirangeOperation.h"
+#include "CE_MultirangeOperationUtils.h"
+#include "DClb_NodeTypes.h"
+
+namespace Zem::CollaborationSession
+{
+
+namespace
+{
+
+using namespace CollaborationEngine;
+
+/// The caret of a client, as a slot.
+unsigned long getCaret(const Selection& selection)
+{
+    return boost::get<NodeAddressing::AddressInList>(selection.getSelectionBegin().getAddress().getItem(1)).getIndex();
+}
+
+/// An insertion that no document takes: behind its end.
+OperationUPtr makeBadOperation()
+{
+    using Insert = ListModificationOperation<InsertTag>;
+    const auto type = static_cast<unsigned long>(DOMCollaboration::OperationDOMNodeType::TextWithTombstones);
+    auto items = std::make_unique<DOMCollaboration::TextWithTombstonesItems>(TestSupport::makeElements("x"));
+    return MultirangeOperationUtils::makeMultirangeOperationFromSingle(
+        Insert(TextEditor::getMainTextAddress(), type, SharedConstPtr<ItemsCollection>(std::move(items)),
+               IndexRange<unsigned long>::fromCount(1000, 1)));
+}
+
+TEST(Session, WhatOneTypesReachesTheOther)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(1, 1, "xy");
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "axyb");
+    EXPECT_EQ(session[0].getClient().getStatistics()._confirmedCount, 1u);
+    EXPECT_EQ(session[0].getClient().getStatistics()._executedCount, 0u);
+}
+
+TEST(Session, InATieTheOneInTheHistoryGoesFirst)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(1, 1, "x");
+    session[1].replace(1, 1, "y");
+    session[1].send();
+    session.settle();
+    EXPECT_EQ(session[0].getText(), "ayxb");
+}
+
+TEST(Session, BothDeleteTheSameAndNoMore)
+{
+    SessionCase session("{|abcdef}");
+    session[0].replace(1, 4, "");
+    session[1].replace(2, 5, "");
+    session.settle();
+    EXPECT_EQ(session[0].getText(), "af");
+}
+
+TEST(Session, WordTypedIntoARemovedParagraphEndsAsOneWordInOneParagraph)
+{
+    SessionCase session("{|ab}{|cd}{|ef}");
+    for (const char* letter : {"w", "o", "r", "d"})
+    {
+        const unsigned long offset = 4 + session[0].getText().size() - 8;
+        session[0].replace(offset, offset, letter);
+    }
+    EXPECT_EQ(session[0].getText(), "ab\ncwordd\nef");
+    session[1].replace(3, 6, "");
+    session[1].send();
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "ab\nword\nef");
+}
+
+TEST(Session, WordTypedAloneIntoARemovedParagraphStaysOneParagraphLetterByLetter)
+{
+    SessionCase session("{|ab}{|cd}{|ef}");
+    session[1].replace(3, 6, "");
+    session[1].send();
+    unsigned long offset = 4;
+    for (const char* letter : {"w", "o", "r", "d"})
+    {
+        session[0].replace(offset, offset, letter);
+        ++offset;
+        session[0].send();
+    }
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "ab\nword\nef");
+}
+
+TEST(Session, LateJoinerGetsWhatIsThere)
+{
+    SessionCase session("{|ab}", 1, 4);
+    for (int round = 0; round < 10; ++round)
+    {
+        session[0].replace(1, 1, "x");
+        session.settle();
+    }
+    session[0].replace(0, 0, "pending ");
+    Participant& late = session.join();
+    EXPECT_EQ(late.getText(), "axxxxxxxxxxb");
+    late.replace(0, 1, "");
+    session.settle();
+    EXPECT_EQ(late.getText(), "pending xxxxxxxxxxb");
+}
+
+TEST(Session, ServerKeepsNoMoreHistoryThanItsClientsMayNeed)
+{
+    SessionCase session("{|ab}", 2, 10);
+    for (int round = 0; round < 100; ++round)
+    {
+        session[0].replace(1, 1, "x");
+        session.settle();
+        session[1].replace(1, 2, "");
+        session.settle();
+    }
+    EXPECT_EQ(session.getServer().getRevision(), 200u);
+    EXPECT_LE(session.getServer().getKeptEntriesCount(), 20u);
+}
+
+TEST(Session, ReconnectingSendsAgainWhatTheServerHasNotGot)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(1, 1, "x");
+    ASSERT_TRUE(session[0].getClient().takeBatch());
+    session[0].disconnect();
+    session[0].replace(2, 2, "y");
+    session[1].replace(0, 0, "z");
+    session[1].send();
+    session[0].reconnect();
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "zaxyb");
+}
+
+TEST(Session, ReconnectingTakesInWhatTheServerHadGot)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(1, 1, "x");
+    session[0].send();
+    session[0].disconnect();
+    session[0].replace(2, 2, "y");
+    session[1].replace(0, 0, "z");
+    session[1].send();
+    session[0].reconnect();
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "zaxyb");
+}
+
+TEST(Session, BatchThatArrivesTwiceIsTakenInOnce)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(1, 1, "x");
+    const auto batch = session[0].getClient().takeBatch();
+    session.getServer().receive(1, *batch);
+    session.getServer().receive(1, *batch);
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "axb");
+}
+
+TEST(Session, OperationThatFitsNoDocumentIsRejectedAndNobodyElseNotices)
+{
+    SessionCase session("{|ab}");
+    ClientBatch batch;
+    batch._operations.emplace_back(makeBadOperation());
+    const auto inboxBefore = session[1].getInboxSize();
+    std::vector<ServerMessage> told;
+    auto [id, snapshot] = session.getServer().join([&](const ServerMessage& message) { told.push_back(message); });
+    session.getServer().receive(id, batch);
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(std::get<OperationRejected>(told.front())._number, 1u);
+    EXPECT_FALSE(std::get<OperationRejected>(told.front())._reason.empty());
+    EXPECT_EQ(session[1].getInboxSize(), inboxBefore);
+    EXPECT_EQ(session.getServer().getRevision(), 0u);
+    session.settle();
+    EXPECT_EQ(session[0].getText(), "ab");
+}
+
+TEST(Session, AuthorOfARejectedOperationGoesOnWithoutIt)
+{
+    // The operation is good where it is made, and the server has another document.
+    SessionCase session("{|ab}");
+    session[0].replace(2, 2, "x");
+    auto batch = *session[0].getClient().takeBatch();
+    batch._operations.front() = std::shared_ptr<const Operation>(makeBadOperation());
+    session[0].replace(0, 0, "y");
+    session.getServer().receive(1, batch);
+    session.settle();
+    EXPECT_EQ(session[0].getText(), "yab");
+    EXPECT_EQ(session[1].getText(), "yab");
+    const auto refusals = session[0].getClient().takeRefusals();
+    ASSERT_EQ(refusals.size(), 1u);
+    EXPECT_FALSE(refusals.front()._reason.empty());
+    EXPECT_TRUE(session[0].getClient().takeRefusals().empty());
+}
+
+TEST(Session, RejectionThatWasLostWithTheConnectionIsToldAgain)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(2, 2, "x");
+    auto batch = *session[0].getClient().takeBatch();
+    batch._operations.front() = std::shared_ptr<const Operation>(makeBadOperation());
+    session.getServer().receive(1, batch);
+    session[0].disconnect();
+    session[0].reconnect();
+    session.settle();
+    EXPECT_EQ(session[0].getText(), "ab");
+    EXPECT_EQ(session[0].getClient().takeRefusals().size(), 1u);
+}
+
+TEST(Session, OwnOperationThatFailsLeavesTheDocumentAsItWas)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(1, 1, "x");
+    const OperationUPtr operation = makeBadOperation();
+    OperationUPtr changedOp;
+    EXPECT_THROW(session[0].getClient().getExecutor().executeAndChangeIfNeeded(*operation, changedOp),
+                 AssertionFailure);
+    EXPECT_EQ(session[0].getText(), "axb");
+    EXPECT_EQ(session[0]._replacementsCount, 1);
+    session[0].replace(3, 3, "y");
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "axby");
+}
+
+TEST(Session, BatchesThatNoClientCanHaveSentAreErrors)
+{
+    SessionCase session("{|ab}");
+    Server& server = session.getServer();
+    ClientBatch batch;
+    batch._operations.emplace_back(std::make_shared<EmptyOperation>());
+    EXPECT_THROW(server.receive(77, batch), InvalidBatchError);
+    batch._base = 5;
+    EXPECT_THROW(server.receive(1, batch), InvalidBatchError);
+    batch._base = 0;
+    batch._firstNumber = 2;
+    EXPECT_THROW(server.receive(1, batch), InvalidBatchError);
+    batch._firstNumber = 1;
+    batch._operations.front() = nullptr;
+    EXPECT_THROW(server.receive(1, batch), InvalidBatchError);
+    EXPECT_THROW(server.reconnect(1, 1, [](const ServerMessage&) {}), InvalidBatchError);
+    EXPECT_THROW(server.leave(77), InvalidBatchError);
+    EXPECT_EQ(server.getRevision(), 0u);
+}
+
+TEST(Session, PendingOperationIsTakenBackUnlessItWasSent)
+{
+    SessionCase session("{|ab}");
+    Client& client = session[0].getClient();
+    TextEditor editor(client.getAdapter(), client.getExecutor(), client.getNotifications(),
+                      TextEditor::getMainTextAddress());
+    Operations typed = editor.replace(1, 1, "x");
+    editor.takeBack(typed);
+    EXPECT_TRUE(client.isQuiet());
+    EXPECT_EQ(session[0].getText(), "ab");
+    typed = editor.replace(1, 1, "x");
+    session[0].send();
+    EXPECT_ASSERTION(editor.takeBack(typed), "isLastUnsent");
+}
+
+TEST(Session, SelectionsOfOthersMoveWithTheText)
+{
+    SessionCase session("{|abcd}");
+    session[0].putCaret(3);
+    session.settle();
+    ASSERT_EQ(session[1].getClient().getSelections().size(), 1u);
+    EXPECT_EQ(getCaret(session[1].getClient().getSelections().at(1)), 5u);
+
+    session[1].replace(0, 0, "xy");
+    EXPECT_EQ(getCaret(session[1].getClient().getSelections().at(1)), 7u);
+    session.settle();
+    EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 7u);
+    EXPECT_EQ(getCaret(session.getServer().getSelections().at(1)), 7u);
+}
+
+TEST(Session, CaretInsidePendingTextSurvivesEveryRebase)
+{
+    SessionCase session("{|abcd}");
+    session[0].replace(2, 2, "xyz");
+    session[0].putCaret(4);
+    EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 6u);
+    for (unsigned long round = 1; round <= 3; ++round)
+    {
+        session[1].replace(0, 0, "-");
+        session[1].send();
+        session[0].receive();
+        session[1].receive();
+        EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 6u + round);
+    }
+    session.settle();
+    EXPECT_EQ(getCaret(session[1].getClient().getSelections().at(1)), 9u);
+}
+
+TEST(Session, SelectionGoesWithItsClient)
+{
+    SessionCase session("{|abcd}", 3);
+    session[0].putCaret(3);
+    session.settle();
+    session.getServer().leave(1);
+    session[1].receive();
+    EXPECT_TRUE(session[1].getClient().getSelections().empty());
+}
+
+TEST(Session, LateJoinerSeesTheSelections)
+{
+    SessionCase session("{|abcd}", 1);
+    session[0].putCaret(2);
+    session.settle();
+    EXPECT_EQ(getCaret(session.join().getClient().getSelections().at(1)), 4u);
+}
+
+} // namespace
+
+} // namespace Zem::CollaborationSession
