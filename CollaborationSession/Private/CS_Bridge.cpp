@@ -58,10 +58,24 @@ std::shared_ptr<Operation> makeSetting(const SetPropertyOperation& planned, cons
 
 void Bridge::append(std::shared_ptr<const Operation> operation)
 {
-    if (!cast<EmptyOperation>(operation.get()))
+    if (cast<EmptyOperation>(operation.get()) || _typing.takeIn(*operation))
+    {
+        return;
+    }
+    closeTyping();
+    if (!_typing.takeIn(*operation))
     {
         _passed.emplace_back(std::move(operation));
     }
+}
+
+void Bridge::closeTyping()
+{
+    for (OperationUPtr& operation : _typing.makeOperations())
+    {
+        _passed.emplace_back(std::shared_ptr<const Operation>(std::move(operation)));
+    }
+    _typing = ComposedTyping();
 }
 
 void Bridge::appendChange(const Operation& planned, const Operation& happened)
@@ -97,6 +111,7 @@ bool Bridge::appendChangeOnNode(const Operation& planned, const Operation& happe
     const auto* happenedInsertion = cast<ChangedInsertion::Insertion>(&happened);
     if (plannedInsertion && happenedInsertion)
     {
+        closeTyping();
         _passed.emplace_back(ChangedInsertion(*plannedInsertion, *happenedInsertion));
         return true;
     }
@@ -112,6 +127,7 @@ bool Bridge::appendChangeOnNode(const Operation& planned, const Operation& happe
 
 OperationUPtr Bridge::cross(const Operation& operation)
 {
+    closeTyping();
     std::vector<Passed> passedBehind;
     passedBehind.reserve(_passed.size());
     OperationUPtr crossing = cloneOperation(operation);
@@ -143,8 +159,9 @@ OperationUPtr Bridge::crossOne(const Operation& operation, Passed passed, std::v
     return crossed;
 }
 
-void Bridge::follow(BaseClientEditingStateTransformer& transformer, Selections& selections) const
+void Bridge::follow(BaseClientEditingStateTransformer& transformer, Selections& selections)
 {
+    closeTyping();
     for (const Passed& passed : _passed)
     {
         if (const auto* changed = std::get_if<ChangedInsertion>(&passed))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CS_ChangedInsertion.h"
+#include "CS_ComposedTyping.h"
 #include "CS_Messages.h"
 
 #include "CE_BaseClientEditingStateTransformer.h"
@@ -24,7 +25,8 @@ namespace Zem::CollaborationSession
 ///   a2 |    |    |    | a2'
 ///      o----o----o----o
 ///
-/// Where the document made something else of a1', the way from a1' to that is appended.
+/// Where the document made something else of a1', the way from a1' to that is appended. Keystrokes that are appended
+/// one behind the other stand here as two operations.
 class Bridge
 {
 public:
@@ -44,11 +46,12 @@ public:
     CollaborationEngine::OperationUPtr cross(const CollaborationEngine::Operation& operation);
 
     /// Moves selections along the bridge.
-    void follow(CollaborationEngine::BaseClientEditingStateTransformer& transformer, Selections& selections) const;
+    void follow(CollaborationEngine::BaseClientEditingStateTransformer& transformer, Selections& selections);
 
 private:
     using Passed = std::variant<std::shared_ptr<const CollaborationEngine::Operation>, ChangedInsertion>;
 
+    void closeTyping();
     bool appendChangeOnNode(const CollaborationEngine::Operation& planned,
                             const CollaborationEngine::Operation& happened);
     CollaborationEngine::OperationUPtr crossOne(const CollaborationEngine::Operation& operation, Passed passed,
@@ -56,6 +59,8 @@ private:
 
     const CollaborationEngine::BaseOperationTransformer& _transformer;
     std::vector<Passed> _passed;
+    /// What stands behind `_passed`.
+    ComposedTyping _typing;
 };
 
 } // namespace Zem::CollaborationSession

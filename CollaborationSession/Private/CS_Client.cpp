@@ -1,5 +1,6 @@
 #include "CS_Client.h"
 
+#include "CS_ComposedTyping.h"
 #include "CS_MoveSelections.h"
 #include "CS_Rebase.h"
 #include "CS_Stopwatch.h"
@@ -10,6 +11,7 @@
 #include "Util_Assert.h"
 #include "Util_Cast.h"
 
+#include <iterator>
 #include <utility>
 
 namespace Zem::CollaborationSession
@@ -103,6 +105,7 @@ boost::optional<ClientBatch> Client::takeBatch()
     {
         return boost::none;
     }
+    composeTyping();
     ClientBatch batch;
     batch._base = _revision;
     batch._firstNumber = _lastNumber + 1;
@@ -212,6 +215,41 @@ void Client::reverseOwn(const Operation& operation)
     excludeFromAll(*_pending.back());
     _replica.getExecutor().reverse(*_pending.back());
     _pending.pop_back();
+}
+
+/// Puts neighbouring keystrokes among the operations that aren't under way together.
+void Client::composeTyping()
+{
+    if (!_composesTyping || _pending.size() < _underWayCount + 2)
+    {
+        return;
+    }
+    const auto firstUnsent = _pending.begin() + static_cast<std::ptrdiff_t>(_underWayCount);
+    std::vector<OperationUPtr> composed;
+    ComposedTyping typing;
+    const auto close = [&]
+    {
+        for (OperationUPtr& operation : typing.makeOperations())
+        {
+            composed.push_back(std::move(operation));
+        }
+        typing = ComposedTyping();
+    };
+    for (auto operation = firstUnsent; operation != _pending.end(); ++operation)
+    {
+        if (typing.takeIn(**operation))
+        {
+            continue;
+        }
+        close();
+        if (!typing.takeIn(**operation))
+        {
+            composed.push_back(std::move(*operation));
+        }
+    }
+    close();
+    _pending.erase(firstUnsent, _pending.end());
+    std::move(composed.begin(), composed.end(), std::back_inserter(_pending));
 }
 
 /// Whether the entry is the oldest own operation, as it stands here.

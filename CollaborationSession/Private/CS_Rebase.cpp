@@ -20,6 +20,7 @@ Client::Rebase::Rebase(Client& client)
     , _bridge(client.getTransformer())
 {
     const Stopwatch stopwatch(_client._statistics._reversingTime);
+    _client.composeTyping();
     for (auto pending = _client._pending.rbegin(); pending != _client._pending.rend(); ++pending)
     {
         _client.excludeFromAll(**pending);
@@ -126,15 +127,18 @@ OperationUPtr Client::Rebase::cross(const Operation& operation)
 /// What happened; null if the document refused it with a failure.
 OperationUPtr Client::Rebase::executeAgain(OperationUPtr planned)
 {
-    ++_client._statistics._rebasedCount;
+    Statistics& statistics = _client._statistics;
+    ++statistics._rebasedCount;
+    statistics._shadowedCount += cast<ShadowedOperation>(planned.get()) ? 1 : 0;
     OperationUPtr changed;
     try
     {
-        const Stopwatch stopwatch(_client._statistics._executingTime);
+        const Stopwatch stopwatch(statistics._executingTime);
         _client._replica.getExecutor().executeAndChangeIfNeeded(*planned, changed);
     }
     catch (const std::exception& error)
     {
+        ++statistics._rejectedCount;
         _client.refuse(*planned, error.what());
         _client.restoreDocument(_again);
         leaveOut(*planned);
@@ -142,7 +146,7 @@ OperationUPtr Client::Rebase::executeAgain(OperationUPtr planned)
     }
     if (changed)
     {
-        ++_client._statistics._changedCount;
+        ++statistics._changedCount;
         _bridge.appendChange(*planned, *changed);
         planned = std::move(changed);
     }

@@ -2,9 +2,12 @@
 
 #include "CS_Bridge.h"
 #include "CS_MoveSelections.h"
+#include "CS_Stopwatch.h"
 
 #include "CE_InverseOperation.h"
 #include "DClb_DocumentPositionTransformer.h"
+
+#include "Util_Cast.h"
 
 #include <algorithm>
 #include <exception>
@@ -125,6 +128,7 @@ bool Server::takeIn(ClientID author, unsigned long number, const Operation& oper
     OperationUPtr planned;
     try
     {
+        const Stopwatch stopwatch(_statistics._transformingTime);
         planned = bridge.cross(operation);
     }
     catch (const std::exception& error)
@@ -133,11 +137,13 @@ bool Server::takeIn(ClientID author, unsigned long number, const Operation& oper
     }
     try
     {
+        const Stopwatch stopwatch(_statistics._executingTime);
         OperationUPtr changed;
         if (_replica.getExecutor().executeAndChangeIfNeeded(*planned, changed))
         {
             bridge.appendChange(*planned, *changed);
             planned = std::move(changed);
+            ++_statistics._changedCount;
         }
         append(author, number, std::move(planned));
         return true;
@@ -162,6 +168,7 @@ bool Server::takeIn(ClientID author, unsigned long number, const Operation& oper
 /// False, for the sake of its callers.
 bool Server::reject(ClientID author, unsigned long number, const std::string& reason)
 {
+    ++_statistics._rejectedCount;
     ConnectedClient& client = findClient(author);
     const OperationRejected rejection{number, reason};
     client._rejections.emplace_back(getRevision(), rejection);
@@ -174,13 +181,15 @@ bool Server::reject(ClientID author, unsigned long number, const std::string& re
 
 void Server::append(ClientID author, unsigned long number, OperationUPtr operation)
 {
+    ++_statistics._executedCount;
+    _statistics._shadowedCount += cast<ShadowedOperation>(operation.get()) ? 1 : 0;
     includeInSelections(_selectionTransformer, *operation, _selections);
     auto entry = std::make_shared<HistoryEntry>(HistoryEntry{author, number, std::move(operation)});
     _history.push_back(entry);
     sendToAll(OperationHappened{std::move(entry)});
 }
 
-void Server::takeInSelection(ClientID client, const Selection& selection, const Bridge& bridge)
+void Server::takeInSelection(ClientID client, const Selection& selection, Bridge& bridge)
 {
     Selections moved;
     moved.emplace(client, selection);

@@ -9,6 +9,7 @@
 
 #include "CS_Messages.h"
 #include "CS_Replica.h"
+#include "CS_Statistics.h"
 
 #include "EditingState/DClb_DOMEditingStateTransformer.h"
 
@@ -30,27 +31,12 @@ class Bridge;
 class ZEM_EXPORT Client
 {
 public:
-    /// An own operation that isn't to be, under the id that it was given when it was executed.
+    /// An own operation that isn't to be, under the id that it was given when it was executed. Of composed keystrokes
+    /// it is the id of the first insertion, or of the first deletion.
     struct Refusal
     {
         CollaborationEngine::Operation::Id _operationID;
         std::string _reason;
-    };
-
-    /// What a client does, in numbers.
-    struct Statistics
-    {
-        /// Operations of the history that were executed here, and own ones that were merely confirmed.
-        unsigned long _executedCount = 0;
-        unsigned long _confirmedCount = 0;
-        /// Pending operations that were brought past others and executed again, and those of them that the document
-        /// changed.
-        unsigned long _rebasedCount = 0;
-        unsigned long _changedCount = 0;
-        /// Seconds.
-        double _transformingTime = 0;
-        double _reversingTime = 0;
-        double _executingTime = 0;
     };
 
     /// Joins with what the server gave. The snapshot's document is copied.
@@ -87,8 +73,8 @@ public:
     }
 
     /// Executes the user's own operations: each becomes pending, with an id. One that fails leaves the document as it
-    /// was, and the exception goes on. A reverse takes back the last pending operation, which must not have been sent:
-    /// fails with "isLastUnsent" otherwise.
+    /// was, and the exception goes on. A reverse takes back the last pending operation while nothing was sent or has
+    /// come in since: fails with "isLastUnsent" otherwise.
     CollaborationEngine::OperationExecutor& getExecutor();
 
     /// Called when the document was replaced by an equal one, or one without an operation that failed: whoever keeps
@@ -96,6 +82,13 @@ public:
     void setOnDocumentReplaced(std::function<void()> onDocumentReplaced)
     {
         _onDocumentReplaced = std::move(onDocumentReplaced);
+    }
+
+    /// Whether neighbouring keystrokes go to the server, and into the history, as one operation; they do unless this is
+    /// called. Whoever needs every keystroke in the history turns it off.
+    void setComposesTyping(bool composesTyping)
+    {
+        _composesTyping = composesTyping;
     }
 
     /// How many operations of the history the client has.
@@ -151,6 +144,7 @@ private:
 
     bool executeOwn(CollaborationEngine::Operation& operation, CollaborationEngine::OperationUPtr& changedOp);
     void reverseOwn(const CollaborationEngine::Operation& operation);
+    void composeTyping();
     bool confirms(const OperationHappened& happened) const;
     void confirm(const HistoryEntryPtr& entry);
     void takeInSelection(const SelectionMoved& moved, std::span<const CollaborationEngine::OperationUPtr> pending);
@@ -181,6 +175,7 @@ private:
     /// Empty, or the own one.
     Selections _ownSelection;
     bool _isSelectionNew = false;
+    bool _composesTyping = true;
     std::vector<Refusal> _refusals;
     std::function<void()> _onDocumentReplaced;
     Statistics _statistics;

@@ -5,6 +5,7 @@
 
 #include "CS_Messages.h"
 #include "CS_Replica.h"
+#include "CS_Statistics.h"
 
 #include "EditingState/DClb_DOMEditingStateTransformer.h"
 
@@ -89,6 +90,11 @@ public:
         return _selections;
     }
 
+    const Statistics& getStatistics() const
+    {
+        return _statistics;
+    }
+
     /// How many entries of the history are kept: those since the copy of the document and since the oldest base of a
     /// client.
     std::size_t getKeptEntriesCount() const
@@ -114,7 +120,7 @@ private:
     bool takeIn(ClientID author, unsigned long number, const CollaborationEngine::Operation& operation, Bridge& bridge);
     bool reject(ClientID author, unsigned long number, const std::string& reason);
     void append(ClientID author, unsigned long number, CollaborationEngine::OperationUPtr operation);
-    void takeInSelection(ClientID client, const Selection& selection, const Bridge& bridge);
+    void takeInSelection(ClientID client, const Selection& selection, Bridge& bridge);
     void restoreDocument();
     void takeCheckpoint();
     void trimHistory();
@@ -130,6 +136,7 @@ private:
     std::map<ClientID, ConnectedClient> _clients;
     Selections _selections;
     ClientID _lastClient = 0;
+    Statistics _statistics;
 };
 
 } // namespace Zem::CollaborationSession

@@ -14,7 +14,8 @@ zem-replay [--reverse] [--check N] [--repeat N] [--seed S] [--patches N]
 Plays a history of edits as operations on a document, compares the text at the end with what it is to be, and tells
 how fast that went. Without a file, it makes up a history of typing.
 
-  --reverse    takes every operation back again, newest first, down to the empty document, and does them all again
+  --reverse    takes every operation back again, newest first, down to the empty document, and does them all again;
+               histories of several users are played forward only
   --check N    compares the text with a plain string, and checks the document, after every N edits and at the end
   --repeat N   plays each history N times; the table shows the best time and the median
   --seed S     makes up another history (default: 1)
@@ -24,6 +25,9 @@ how fast that went. Without a file, it makes up a history of typing.
 A history is a JSON object, compressed with gzip if the name ends with .gz:
   { "startContent": "", "endContent": "...", "txns": [ { "patches": [ [position, deleteCount, "text"], ... ] }, ... ] }
 Positions and counts are in Unicode code points.
+
+Histories of up to two users at once are played by a client for each and a server. They have a "kind": "concurrent",
+with "numAgents" and with "agent" and "parents" in each transaction, or "spread" or "hot", with "base", "a" and "b".
 
 The exit code is 0 if every comparison held, 1 if one didn't, 2 if a file or an option is wrong.
 )";

@@ -11,8 +11,6 @@
 #include "DOM_CheckInvariants.h"
 #include "DOM_Document.h"
 
-#include <chrono>
-#include <ctime>
 #include <exception>
 
 namespace ZemReplay
@@ -24,32 +22,6 @@ using CollaborationSession::Operations;
 
 namespace
 {
-
-template<class Work>
-Duration measure(Work work)
-{
-    const auto begin = std::chrono::steady_clock::now();
-    const std::clock_t processorBegin = std::clock();
-    work();
-    Duration duration;
-    duration._processor = static_cast<double>(std::clock() - processorBegin) / CLOCKS_PER_SEC;
-    duration._wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    return duration;
-}
-
-/// Where two texts differ first.
-std::string describeDifference(const std::string& actual, const std::string& expected)
-{
-    std::size_t byte = 0;
-    while (byte < actual.size() && byte < expected.size() && actual[byte] == expected[byte])
-    {
-        ++byte;
-    }
-    const unsigned long character = countCharacters(std::string_view(actual).substr(0, byte));
-    return "it has " + std::to_string(countCharacters(actual)) + " characters, not " +
-           std::to_string(countCharacters(expected)) + ", and differs from character " + std::to_string(character) +
-           " on";
-}
 
 /// One document on which one history is played.
 class Player
@@ -103,7 +75,7 @@ private:
                 _plainText.replace(patch._position, patch._deleteCount, _trace.getText(patch));
                 if (patchesCount % _options._checkInterval == 0)
                 {
-                    check("after " + getName(patch));
+                    check("after " + getName(_trace, patch));
                 }
             }
         }
@@ -117,7 +89,7 @@ private:
         }
         catch (const std::exception& error)
         {
-            fail("at " + getName(patch), error.what());
+            fail("at " + getName(_trace, patch), error.what());
         }
     }
 
@@ -226,6 +198,19 @@ private:
 };
 
 } // namespace
+
+std::string describeDifference(const std::string& actual, const std::string& expected)
+{
+    std::size_t byte = 0;
+    while (byte < actual.size() && byte < expected.size() && actual[byte] == expected[byte])
+    {
+        ++byte;
+    }
+    const unsigned long character = countCharacters(std::string_view(actual).substr(0, byte));
+    return "it has " + std::to_string(countCharacters(actual)) + " characters, not " +
+           std::to_string(countCharacters(expected)) + ", and differs from character " + std::to_string(character) +
+           " on";
+}
 
 ReplayResult replay(const Trace& trace, const Options& options)
 {

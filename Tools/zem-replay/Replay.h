@@ -3,6 +3,10 @@
 #include "Options.h"
 #include "Trace.h"
 
+#include "CS_Statistics.h"
+
+#include <chrono>
+#include <ctime>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -39,11 +43,41 @@ struct ReplayResult
     unsigned long _deadRangesCount = 0;
 };
 
+/// What a history of several users came to, over all replicas of the last time that it was played.
+struct ConcurrentResult
+{
+    std::string _name;
+    unsigned long _replicasCount = 0;
+    /// What the users made.
+    unsigned long _operationsCount = 0;
+    std::vector<Duration> _times;
+    Zem::CollaborationSession::Statistics _work;
+    unsigned long _charactersCount = 0;
+    unsigned long _tombstonesCount = 0;
+};
+
 /// Plays a history as often as the options say, each time on a new document, and compares what they want compared.
 /// Fails: `FailedComparison`, naming the history and the place.
 ReplayResult replay(const Trace& trace, const Options& options);
 
-/// The results as a table, with the greatest amount of memory that the process had so far.
-std::string formatTable(const std::vector<ReplayResult>& results, bool hasReverse);
+/// Where two texts differ first.
+std::string describeDifference(const std::string& actual, const std::string& expected);
+
+/// How long some work takes.
+template<class Work>
+Duration measure(Work work)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t processorBegin = std::clock();
+    work();
+    Duration duration;
+    duration._processor = static_cast<double>(std::clock() - processorBegin) / CLOCKS_PER_SEC;
+    duration._wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    return duration;
+}
+
+/// The results as tables, with the greatest amount of memory that the process had so far.
+std::string formatTables(const std::vector<ReplayResult>& results,
+                         const std::vector<ConcurrentResult>& concurrentResults, bool hasReverse);
 
 } // namespace ZemReplay

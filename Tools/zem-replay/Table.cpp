@@ -81,24 +81,40 @@ Row makeRow(const ReplayResult& result, bool hasReverse)
     return row;
 }
 
-std::string formatPeakMemory()
+Row makeConcurrentHeading()
 {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    char line[64];
-    std::snprintf(line, sizeof line, "peak memory: %.1f MiB\n", static_cast<double>(usage.ru_maxrss) / 1024);
-    return line;
+    return {"history", "replicas",        "operations",   "best ms",      "median ms",  "op/s over all",
+            "rebased", "transforming ms", "reversing ms", "executing ms", "characters", "tombstones"};
 }
 
-} // namespace
-
-std::string formatTable(const std::vector<ReplayResult>& results, bool hasReverse)
+std::string formatMilliseconds(double seconds)
 {
-    std::vector<Row> rows{makeHeading(hasReverse)};
-    for (const ReplayResult& result : results)
-    {
-        rows.push_back(makeRow(result, hasReverse));
-    }
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1f", seconds * 1000);
+    return text;
+}
+
+/// Each operation is done in every replica.
+Row makeConcurrentRow(const ConcurrentResult& result)
+{
+    const double best = getBest(result._times, &Duration::_wall);
+    const Zem::CollaborationSession::Statistics& work = result._work;
+    return {getShortName(result._name),
+            std::to_string(result._replicasCount),
+            std::to_string(result._operationsCount),
+            formatMilliseconds(best),
+            formatMilliseconds(getMedian(result._times)),
+            formatRate(result._operationsCount * result._replicasCount, best),
+            std::to_string(work._rebasedCount),
+            formatMilliseconds(work._transformingTime),
+            formatMilliseconds(work._reversingTime),
+            formatMilliseconds(work._executingTime),
+            std::to_string(result._charactersCount),
+            std::to_string(result._tombstonesCount)};
+}
+
+std::string formatRows(const std::vector<Row>& rows)
+{
     std::string table;
     for (const Row& row : rows)
     {
@@ -114,7 +130,35 @@ std::string formatTable(const std::vector<ReplayResult>& results, bool hasRevers
         }
         table += '\n';
     }
-    return table + formatPeakMemory();
+    return table;
+}
+
+std::string formatPeakMemory()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    char line[64];
+    std::snprintf(line, sizeof line, "peak memory: %.1f MiB\n", static_cast<double>(usage.ru_maxrss) / 1024);
+    return line;
+}
+
+} // namespace
+
+std::string formatTables(const std::vector<ReplayResult>& results,
+                         const std::vector<ConcurrentResult>& concurrentResults, bool hasReverse)
+{
+    std::vector<Row> rows{makeHeading(hasReverse)};
+    for (const ReplayResult& result : results)
+    {
+        rows.push_back(makeRow(result, hasReverse));
+    }
+    std::vector<Row> concurrentRows{makeConcurrentHeading()};
+    for (const ConcurrentResult& result : concurrentResults)
+    {
+        concurrentRows.push_back(makeConcurrentRow(result));
+    }
+    return (results.empty() ? "" : formatRows(rows)) + (concurrentResults.empty() ? "" : formatRows(concurrentRows)) +
+           formatPeakMemory();
 }
 
 } // namespace ZemReplay

@@ -1,8 +1,5 @@
 #include "InflatingStream.h"
-#include "PlainText.h"
 #include "Trace.h"
-
-#include "CS_Characters.h"
 
 // A namespace of its own: the serialization library brings the same templates, set up in another way.
 #define RAPIDJSON_NAMESPACE zemReplayJson
@@ -13,7 +10,8 @@
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
 
-#include <optional>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace ZemReplay
@@ -26,6 +24,11 @@ using zemReplayJson::SizeType;
 
 constexpr std::size_t maximalDepth = 64;
 
+constexpr std::string_view historyKeys[] = {"kind", "startContent", "endContent", "numAgents",
+                                            "txns", "base",         "a",          "b"};
+constexpr std::pair<std::string_view, TraceKind> kinds[] = {
+    {"concurrent", TraceKind::Concurrent}, {"spread", TraceKind::Spread}, {"hot", TraceKind::Hot}};
+
 /// What the reader is inside of.
 enum class Level
 {
@@ -33,9 +36,21 @@ enum class Level
     History,
     Transactions,
     Transaction,
+    Parents,
     Patches,
     Patch,
     Skipped
+};
+
+/// The fields that a kind of history must have, in the order in which one that is missing is told.
+struct Fields
+{
+    bool _start = false;
+    bool _end = false;
+    bool _transactions = false;
+    bool _agentsCount = false;
+    bool _base = false;
+    bool _streams[2] = {false, false};
 };
 
 /// Takes the reader's events, and builds the history. An event that doesn't fit leaves a message and ends the reading.
@@ -111,7 +126,15 @@ private:
     }
 
     bool isSkipped() const;
+    bool isStream() const;
     bool enter(Level level);
+    bool enterOnce(bool& isThere, Level level);
+    bool assignOnce(bool& isThere, std::string& content, const char* bytes, SizeType size);
+    bool takeKind(std::string_view kind);
+    bool endTransaction();
+    void appendToStream();
+    bool endHistory();
+    const char* findMissing() const;
     bool takeOther(const char* what);
     bool takeNumber(std::uint64_t number);
     bool fail(const std::string& message);
@@ -121,14 +144,16 @@ private:
     /// The last key of the history, or of a transaction.
     std::string _key;
     Trace _trace;
+    Transaction _transaction;
     Patch _patch;
     unsigned _patchFields = 0;
-    unsigned long _transactionsCount = 0;
     unsigned long _patchesCount = 0;
-    bool _hasStart = false;
-    bool _hasEnd = false;
-    bool _hasTransactions = false;
+    Fields _fields;
+    unsigned long _concurrentCount = 0;
+    bool _hasKind = false;
     bool _hasPatches = false;
+    bool _hasParents = false;
+    bool _hasAgent = false;
     std::string _error;
 };
 
@@ -147,10 +172,13 @@ std::string TraceHandler::getPlace() const
         switch (level)
         {
         case Level::Transactions:
-            place += "txns[" + std::to_string(_transactionsCount) + "]";
+            place += "txns[" + std::to_string(_trace._transactions.size()) + "]";
+            break;
+        case Level::Parents:
+            place += ".parents[" + std::to_string(_transaction._parents.size()) + "]";
             break;
         case Level::Patches:
-            place += ".patches[" + std::to_string(_patchesCount) + "]";
+            place += (isStream() ? _key : ".patches") + "[" + std::to_string(_patchesCount) + "]";
             break;
         case Level::Patch:
             place += "[" + std::to_string(_patchFields) + "]";
@@ -172,9 +200,9 @@ bool TraceHandler::isSkipped() const
     switch (getLevel())
     {
     case Level::History:
-        return _key != "startContent" && _key != "endContent" && _key != "txns" && _key != "kind";
+        return std::find(std::begin(historyKeys), std::end(historyKeys), _key) == std::end(historyKeys);
     case Level::Transaction:
-        return _key != "patches";
+        return _key != "patches" && _key != "parents" && _key != "agent";
     case Level::Skipped:
         return true;
     default:
@@ -199,32 +227,70 @@ bool TraceHandler::takeOther(const char* what)
 
 bool TraceHandler::takeNumber(std::uint64_t number)
 {
-    if (getLevel() != Level::Patch || _patchFields > 1)
+    if (getLevel() == Level::Patch && _patchFields <= 1)
     {
-        return takeOther("a number");
+        (_patchFields == 0 ? _patch._position : _patch._deleteCount) = number;
+        ++_patchFields;
+        return true;
     }
-    (_patchFields == 0 ? _patch._position : _patch._deleteCount) = number;
-    ++_patchFields;
-    return true;
+    if (isKey(Level::History, "numAgents"))
+    {
+        _trace._agentsCount = number;
+        return !std::exchange(_fields._agentsCount, true) || fail("stands there twice");
+    }
+    if (isKey(Level::Transaction, "agent"))
+    {
+        _transaction._agent = number;
+        return !std::exchange(_hasAgent, true) || fail("stands there twice");
+    }
+    if (getLevel() == Level::Parents)
+    {
+        if (number >= _trace._transactions.size())
+        {
+            return fail("isn't the number of an earlier transaction");
+        }
+        _transaction._parents.push_back(number);
+        return true;
+    }
+    return takeOther("a number");
+}
+
+bool TraceHandler::assignOnce(bool& isThere, std::string& content, const char* bytes, SizeType size)
+{
+    content.assign(bytes, size);
+    return !std::exchange(isThere, true) || fail("stands there twice");
+}
+
+bool TraceHandler::takeKind(std::string_view kind)
+{
+    for (const auto& [name, value] : kinds)
+    {
+        if (kind == name)
+        {
+            _trace._kind = value;
+            return !std::exchange(_hasKind, true) || fail("stands there twice");
+        }
+    }
+    return fail("is none that can be played");
 }
 
 bool TraceHandler::String(const char* bytes, SizeType size, bool)
 {
     if (isKey(Level::History, "kind"))
     {
-        _key.clear();
-        return fail("is a concurrent history (\"" + std::string(bytes, size) +
-                    "\"); only sequential ones can be played");
+        return takeKind(std::string_view(bytes, size));
     }
     if (isKey(Level::History, "startContent"))
     {
-        _trace._startContent.assign(bytes, size);
-        return !std::exchange(_hasStart, true) || fail("stands there twice");
+        return assignOnce(_fields._start, _trace._startContent, bytes, size);
+    }
+    if (isKey(Level::History, "base"))
+    {
+        return assignOnce(_fields._base, _trace._startContent, bytes, size);
     }
     if (isKey(Level::History, "endContent"))
     {
-        _trace._endContent.assign(bytes, size);
-        return !std::exchange(_hasEnd, true) || fail("stands there twice");
+        return assignOnce(_fields._end, _trace._endContent, bytes, size);
     }
     if (getLevel() != Level::Patch || _patchFields != 2)
     {
@@ -243,11 +309,6 @@ bool TraceHandler::Key(const char* bytes, SizeType size, bool)
     {
         _key.assign(bytes, size);
     }
-    if (isKey(Level::Transaction, "parents"))
-    {
-        _key.clear();
-        return fail("is part of a concurrent history; only sequential ones can be played");
-    }
     return true;
 }
 
@@ -259,6 +320,9 @@ bool TraceHandler::StartObject()
         return enter(Level::History);
     case Level::Transactions:
         _hasPatches = false;
+        _hasParents = false;
+        _hasAgent = false;
+        _transaction = Transaction();
         _key.clear();
         return enter(Level::Transaction);
     default:
@@ -270,35 +334,88 @@ bool TraceHandler::EndObject(SizeType)
 {
     const Level level = getLevel();
     _levels.pop_back();
-    if (level == Level::Transaction)
+    return level == Level::Transaction ? endTransaction() : level != Level::History || endHistory();
+}
+
+bool TraceHandler::endTransaction()
+{
+    if (!_hasPatches)
     {
-        if (!_hasPatches)
-        {
-            return fail("has no \"patches\"");
-        }
-        ++_transactionsCount;
+        return fail("has no \"patches\"");
     }
-    if (level == Level::History)
+    _transaction._patchesEnd = _trace._patches.size();
+    _transaction._patchesBegin = _transaction._patchesEnd - _patchesCount;
+    _trace._transactions.push_back(std::move(_transaction));
+    _concurrentCount += _hasParents && _hasAgent ? 1 : 0;
+    return true;
+}
+
+bool TraceHandler::endHistory()
+{
+    _key.clear();
+    if (const char* missing = findMissing())
     {
-        const char* missing = !_hasStart          ? "startContent"
-                              : !_hasEnd          ? "endContent"
-                              : !_hasTransactions ? "txns"
-                                                  : nullptr;
-        return !missing || fail("has no \"" + std::string(missing) + "\"");
+        return fail("has no \"" + std::string(missing) + "\"");
+    }
+    if (_trace._kind == TraceKind::Concurrent && _concurrentCount < _trace._transactions.size())
+    {
+        return fail("has transactions without \"parents\" or \"agent\"");
     }
     return true;
+}
+
+/// The first field that a history of its kind must have, and this one hasn't.
+const char* TraceHandler::findMissing() const
+{
+    switch (_trace._kind)
+    {
+    case TraceKind::Sequential:
+        return !_fields._start          ? "startContent"
+               : !_fields._end          ? "endContent"
+               : !_fields._transactions ? "txns"
+                                        : nullptr;
+    case TraceKind::Concurrent:
+        return !_fields._end            ? "endContent"
+               : !_fields._agentsCount  ? "numAgents"
+               : !_fields._transactions ? "txns"
+                                        : nullptr;
+    case TraceKind::Spread:
+    case TraceKind::Hot:
+        return !_fields._base ? "base" : !_fields._streams[0] ? "a" : !_fields._streams[1] ? "b" : nullptr;
+    }
+    return nullptr;
+}
+
+/// Whether this is inside of one of the two streams.
+bool TraceHandler::isStream() const
+{
+    return _levels.size() > 2 && _levels[2] == Level::Patches;
+}
+
+bool TraceHandler::enterOnce(bool& isThere, Level level)
+{
+    return std::exchange(isThere, true) ? fail("stands there twice") : enter(level);
 }
 
 bool TraceHandler::StartArray()
 {
     if (isKey(Level::History, "txns"))
     {
-        return std::exchange(_hasTransactions, true) ? fail("stands there twice") : enter(Level::Transactions);
+        return enterOnce(_fields._transactions, Level::Transactions);
+    }
+    if (isKey(Level::History, "a") || isKey(Level::History, "b"))
+    {
+        _patchesCount = 0;
+        return enterOnce(_fields._streams[_key == "a" ? 0 : 1], Level::Patches);
     }
     if (isKey(Level::Transaction, "patches"))
     {
         _patchesCount = 0;
-        return std::exchange(_hasPatches, true) ? fail("stands there twice") : enter(Level::Patches);
+        return enterOnce(_hasPatches, Level::Patches);
+    }
+    if (isKey(Level::Transaction, "parents"))
+    {
+        return enterOnce(_hasParents, Level::Parents);
     }
     if (getLevel() == Level::Patches)
     {
@@ -317,38 +434,31 @@ bool TraceHandler::EndArray(SizeType)
         {
             return fail("is missing; a patch is a position, a count and a text");
         }
-        _patch._transaction = _transactionsCount;
+        _patch._transaction = _trace._transactions.size();
         _patch._number = _patchesCount++;
         _trace._patches.push_back(_patch);
+        if (isStream())
+        {
+            appendToStream();
+        }
     }
     _levels.pop_back();
     return true;
 }
 
-void requireUtf8(const Trace& trace, std::string_view text, const std::string& place)
+/// In a stream, each patch is a transaction that knows those before it.
+void TraceHandler::appendToStream()
 {
-    if (Zem::CollaborationSession::findInvalidUtf8(text) < text.size())
+    Transaction transaction;
+    transaction._patchesBegin = _trace._patches.size() - 1;
+    transaction._patchesEnd = _trace._patches.size();
+    transaction._agent = _key == "a" ? 0 : 1;
+    if (_patch._number > 0)
     {
-        throw BadTrace(trace._name + ": " + place + ": the text isn't UTF-8");
+        transaction._parents.push_back(_trace._transactions.size() - 1);
     }
-}
-
-/// Requires that every patch lies inside the text that it finds.
-void checkPatches(const Trace& trace)
-{
-    requireUtf8(trace, trace._startContent, "startContent");
-    unsigned long length = countCharacters(trace._startContent);
-    for (const Patch& patch : trace._patches)
-    {
-        if (patch._position > length || patch._deleteCount > length - patch._position)
-        {
-            throw BadTrace(trace._name + ": " + getName(patch) + ": [" + std::to_string(patch._position) + ", " +
-                           std::to_string(patch._deleteCount) + ", ...] lies outside of the text, which has " +
-                           std::to_string(length) + " characters there");
-        }
-        requireUtf8(trace, trace.getText(patch), getName(patch));
-        length += countCharacters(trace.getText(patch)) - patch._deleteCount;
-    }
+    _trace._transactions.push_back(std::move(transaction));
+    _trace._agentsCount = 2;
 }
 
 /// What to say when the reading ended early; the cause that lies deepest first.
@@ -373,11 +483,6 @@ std::string describeError(const InflatingStream& stream, const TraceHandler& han
 
 } // namespace
 
-std::string getName(const Patch& patch)
-{
-    return "txns[" + std::to_string(patch._transaction) + "].patches[" + std::to_string(patch._number) + "]";
-}
-
 Trace readTrace(const std::string& fileName)
 {
     constexpr unsigned flags = zemReplayJson::kParseIterativeFlag | zemReplayJson::kParseValidateEncodingFlag;
@@ -395,7 +500,7 @@ Trace readTrace(const std::string& fileName)
     }
     Trace trace = handler.takeTrace();
     trace._name = fileName;
-    checkPatches(trace);
+    checkTrace(trace);
     return trace;
 }
 

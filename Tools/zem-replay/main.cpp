@@ -1,3 +1,4 @@
+#include "ConcurrentReplay.h"
 #include "Options.h"
 #include "Replay.h"
 #include "Trace.h"
@@ -22,15 +23,24 @@ int printError(const char* message, int exitCode)
 int run(const ZemReplay::Options& options)
 {
     std::vector<ZemReplay::ReplayResult> results;
+    std::vector<ZemReplay::ConcurrentResult> concurrentResults;
     if (options._fileNames.empty())
     {
         results.push_back(replay(ZemReplay::generateTrace(options._seed, options._generatedCount), options));
     }
     for (const std::string& fileName : options._fileNames)
     {
-        results.push_back(replay(ZemReplay::readTrace(fileName), options));
+        const ZemReplay::Trace trace = ZemReplay::readTrace(fileName);
+        if (trace._kind == ZemReplay::TraceKind::Sequential)
+        {
+            results.push_back(replay(trace, options));
+        }
+        else
+        {
+            concurrentResults.push_back(replayConcurrently(trace, options));
+        }
     }
-    std::fputs(formatTable(results, options._reverses).c_str(), stdout);
+    std::fputs(formatTables(results, concurrentResults, options._reverses).c_str(), stdout);
     std::puts("every comparison held");
     return 0;
 }

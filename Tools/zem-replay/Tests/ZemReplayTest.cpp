@@ -265,12 +265,98 @@ TEST_F(ZemReplay, RefusesWhatIsNestedTooDeeply)
     expectBadContent("{\"deep\": " + std::string(1000000, '['), "byte 72: the file is nested too deeply");
 }
 
-TEST_F(ZemReplay, RefusesConcurrentHistories)
+/// Two users: both begin with "ab", the second types "y" behind it while the first types "x" in front, deletes "a" and
+/// breaks the line; then the second goes on with all of that.
+const char* const concurrentTrace = R"({"kind": "concurrent", "endContent": "x\nbyz\u00e9", "numAgents": 2, "txns": [
+ {"parents": [], "numChildren": 2, "agent": 0, "time": "1970", "patches": [[0, 0, "ab"]]},
+ {"parents": [0], "agent": 1, "patches": [[2, 0, "y"]]},
+ {"parents": [0], "agent": 0, "patches": [[0, 0, "x"]]},
+ {"parents": [2], "agent": 0, "patches": [[1, 1, "\n"]]},
+ {"parents": [1, 3], "agent": 1, "patches": [[4, 0, "z"], [5, 0, "\u00e9"]]}]})";
+
+TEST_F(ZemReplay, PlaysAConcurrentHistory)
 {
-    expectBadContent(R"({"kind": "hot", "base": "", "a": []})",
-                     "byte 14: the file is a concurrent history (\"hot\"); only sequential ones can be played");
-    expectBadContent(R"({"txns": [{"parents": [], "patches": []}]})",
-                     "byte 20: txns[0] is part of a concurrent history; only sequential ones can be played");
+    const Outcome outcome = run("--check 1 --repeat 2 --reverse " + write("two.json", concurrentTrace));
+    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    EXPECT_NE(std::string::npos, outcome._output.find("op/s over all")) << outcome._output;
+    EXPECT_NE(std::string::npos, outcome._output.find("every comparison held"));
+}
+
+TEST_F(ZemReplay, PlaysSequentialAndConcurrentHistoriesTogether)
+{
+    const Outcome outcome = run(write("two.json", concurrentTrace) + " " + write("one.json", goodTrace));
+    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    EXPECT_NE(std::string::npos, outcome._output.find("median op/s")) << outcome._output;
+    EXPECT_NE(std::string::npos, outcome._output.find("op/s over all"));
+}
+
+TEST_F(ZemReplay, SaysWhereATextOfSeveralUsersDiffers)
+{
+    std::string content = concurrentTrace;
+    content.replace(content.find("byz"), 3, "bzy");
+    const std::string file = write("differs.json", content);
+    const Outcome outcome = run(file);
+    EXPECT_EQ(1, outcome._exitCode);
+    EXPECT_EQ("zem-replay: " + file +
+                  ": at the end: the text isn't what it is to be: it has 6 characters, not 6, and differs from "
+                  "character 3 on\n",
+              outcome._output);
+}
+
+TEST_F(ZemReplay, PlaysTwoDivergedUsers)
+{
+    const std::string streams =
+        R"("base": "ab\ncd\nef", "b": [[3, 0, "y"], [5, 1, ""]], "a": [[0, 1, ""], [6, 0, "x"]]})";
+    for (const char* kind : {"spread", "hot"})
+    {
+        const Outcome outcome = run(write("streams.json", std::string(R"({"kind": ")") + kind + "\", " + streams));
+        EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    }
+    const std::string wrong = R"({"kind": "spread", "base": "ab\ncd", "a": [[4, 0, "x"]], "b": []})";
+    EXPECT_EQ(1, run(write("wrong.json", wrong))._exitCode);
+}
+
+TEST_F(ZemReplay, RefusesOtherConcurrentHistories)
+{
+    const auto make = [](const std::string& transactions, const std::string& agentsCount = "2")
+    {
+        return R"({"kind": "concurrent", "endContent": "", "numAgents": )" + agentsCount + R"(, "txns": [)" +
+               transactions + "]}";
+    };
+    const auto expectRefusal = [&](const std::string& content, const std::string& message)
+    {
+        const std::string file = write("bad.json", content);
+        const Outcome outcome = run(file);
+        EXPECT_EQ(2, outcome._exitCode) << content;
+        EXPECT_NE(std::string::npos, outcome._output.find("zem-replay: " + file + ": ")) << outcome._output;
+        EXPECT_NE(std::string::npos, outcome._output.find(message + "\n")) << outcome._output;
+    };
+    const std::string first = R"({"parents": [], "agent": 0, "patches": [[0, 0, "a"]]})";
+    expectRefusal(R"({"kind": "other"})", "byte 15: kind is none that can be played");
+    expectRefusal(R"({"kind": "hot", "kind": "hot"})", "byte 28: kind stands there twice");
+    expectRefusal(R"({"kind": "hot", "base": "", "a": []})", "the file has no \"b\"");
+    expectRefusal(R"({"kind": "hot", "a": [], "b": []})", "the file has no \"base\"");
+    expectRefusal(R"({"kind": "concurrent", "txns": []})", "the file has no \"endContent\"");
+    expectRefusal(R"({"kind": "concurrent", "endContent": "", "txns": []})", "the file has no \"numAgents\"");
+    expectRefusal(R"({"kind": "concurrent", "endContent": "", "numAgents": 2})", "the file has no \"txns\"");
+    expectRefusal(make(R"({"patches": []})"), "the file has transactions without \"parents\" or \"agent\"");
+    expectRefusal(make(R"({"parents": [0], "agent": 0, "patches": []})"),
+                  "txns[0].parents[0] isn't the number of an earlier transaction");
+    expectRefusal(make(R"({"parents": ["0"], "agent": 0, "patches": []})"), "txns[0].parents[0] is a string");
+    expectRefusal(make(R"({"parents": [], "agent": 2, "patches": []})"), "txns[0] is by agent 2, which there isn't");
+    expectRefusal(make(first + R"(, {"parents": [], "agent": 0, "patches": []})"),
+                  "txns[1] doesn't know all that its agent made before");
+    expectRefusal(make(first, "3"), "numAgents is 3; no more than 2 users can be played");
+    expectRefusal(make(R"({"parents": [], "agent": 0, "agent": 0, "patches": []})"),
+                  "txns[0].agent stands there twice");
+    expectRefusal(make(R"({"parents": [], "parents": [], "patches": []})"), "txns[0].parents stands there twice");
+    expectRefusal(make(R"({"parents": [], "agent": 0, "patches": [[1, 0, "a"]]})"),
+                  "txns[0].patches[0]: [1, 1) isn't inside the text, which has 0 characters");
+    expectRefusal(R"({"kind": "hot", "base": "", "a": [[1, 0, "x"]], "b": []})",
+                  "a[0]: [1, 0, ...] lies outside of the text, which has 0 characters there");
+    expectRefusal(R"({"kind": "hot", "base": "", "a": [[0, 0, "x"]], "b": [[0, 1, ""]]})",
+                  "b[0]: [0, 1, ...] lies outside of the text, which has 0 characters there");
+    expectRefusal(R"({"kind": "hot", "base": "", "a": [], "a": []})", "a stands there twice");
 }
 
 } // namespace
