@@ -140,8 +140,8 @@ TEST(ComposedTyping, OperationsHaveTheIdsOfTheFirstOfTheirKinds)
     }
     const auto operations = typing.makeOperations();
     ASSERT_EQ(operations.size(), 2u);
-    EXPECT_EQ(operations[0]->getID(), boost::optional<Operation::Id>(8));
-    EXPECT_EQ(operations[1]->getID(), boost::optional<Operation::Id>(7));
+    EXPECT_EQ(operations[0]->getID().value(), 8u);
+    EXPECT_EQ(operations[1]->getID().value(), 7u);
 }
 
 /// Random keystrokes, done one by one and composed: the documents are equal, there and back.

@@ -83,7 +83,7 @@ public:
     /// Moves the place `oldPosition`, live or dead, by `diff` places. Returns the element's old and new live index, the
     /// new one counted without the element; empty for a tombstone.
     /// Fails: an assertion when the target lies outside the sequence; `BadNumCastError` for a position that no `long`
-    /// holds; `std::out_of_range` when `oldPosition` lies behind the last element.
+    /// holds; `std::out_of_range` when `oldPosition` lies behind the last element. Nothing is changed then.
     std::optional<TombstonesStorage::LiveMove> moveElement(IndexIncludingTombstones oldPosition,
                                                            SignedIndexIncludingTombstones diff)
     {
@@ -92,10 +92,14 @@ public:
                            "SignedIndexIncludingTombstones{0} && "
                            "numCast<SignedIndexIncludingTombstones>(oldPosition) + diff < "
                            "numCast<SignedIndexIncludingTombstones>(getAllElementsCount())");
+        if (const auto liveIndex = _tombstones.convertIndex(oldPosition))
+        {
+            static_cast<void>(_elements.at(liveIndex->get()));
+        }
         const auto move = _tombstones.moveElement(oldPosition, diff);
         if (move && move->first != move->second)
         {
-            auto element = std::move(_elements.at(move->first.get()));
+            auto element = std::move(_elements[move->first.get()]);
             _elements.erase(_elements.begin() + static_cast<std::ptrdiff_t>(move->first.get()));
             _elements.insert(_elements.begin() + static_cast<std::ptrdiff_t>(move->second.get()), std::move(element));
         }

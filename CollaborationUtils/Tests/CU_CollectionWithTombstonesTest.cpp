@@ -126,6 +126,7 @@ TEST(CollectionWithTombstones, AMoveThatNoNumberHoldsIsRefused)
 
 TEST(CollectionWithTombstones, APlaceBehindTheElementsIsOutOfRange)
 {
-    Collection collection = makeCollection(3, {});
+    Collection collection = makeCollection(3, {2});
     EXPECT_THROW(collection.moveElement(Place{5}, Diff{-4}), std::out_of_range);
+    EXPECT_EQ(makeCollection(3, {2}), collection);
 }

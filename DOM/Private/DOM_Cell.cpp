@@ -84,7 +84,7 @@ bool Cell::isEmpty(WithTombstones withTombstones) const
         return false;
     }
     return withTombstones == WithTombstones::No ||
-           (getTextWithTombstones().getTombstones().getTombstonesCount() == 0 && !_sharedStyle);
+           (getTextWithTombstones().getTombstones().getTombstonesCount() == 0 && isDefaultStyle(_sharedStyle));
 }
 
 bool operator==(const Cell& left, const Cell& right)

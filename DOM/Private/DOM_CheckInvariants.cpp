@@ -1,10 +1,11 @@
 #include "DOM_CheckInvariants.h"
 #include "DOM_Blocks.h"
+#include "DOM_PivotTable.h"
 #include "DOM_TextLimits.h"
+#include "DOM_TombstonesLimits.h"
 
 #include "Util_Assert.h"
 
-#include <numeric>
 #include <utility>
 
 namespace Zem::DOM
@@ -14,6 +15,8 @@ namespace
 {
 
 using Problems = std::vector<std::string>;
+
+Problems checkBlocks(const Blocks& blocks);
 
 void addAll(Problems& problems, const std::string& where, const Problems& further)
 {
@@ -36,7 +39,35 @@ Problems checkParagraph(const Paragraph& paragraph)
     return problems;
 }
 
-Problems checkCellTexts(const Table& table)
+Problems checkPivotTable(const PivotTable& pivotTable)
+{
+    Problems problems;
+    const auto check = [&](const std::string& where, const std::vector<PivotTableValue>& values)
+    {
+        for (unsigned long index = 0; index < values.size(); ++index)
+        {
+            addAll(problems, where + " " + std::to_string(index), checkBlocks(values[index].getBlocks()));
+        }
+    };
+    for (const auto& [field, values] : pivotTable.getFieldCache().getFieldValueCache())
+    {
+        check("Value of field " + std::to_string(field.get()), values);
+    }
+    check("Calculated value", pivotTable.getCalculatedValues());
+    return problems;
+}
+
+Problems checkCell(const Cell& cell)
+{
+    Problems problems = checkInvariants(cell.getTextWithTombstones());
+    if (const auto pivotTable = cell.getPivotTable())
+    {
+        addAll(problems, "Pivot table", checkPivotTable(*pivotTable));
+    }
+    return problems;
+}
+
+Problems checkCells(const Table& table)
 {
     Problems problems;
     const RowIndex rowsCount(table.getLiveRowsCount().get());
@@ -50,7 +81,7 @@ Problems checkCellTexts(const Table& table)
     {
         addAll(problems,
                "Cell " + std::to_string(cell.getRowIndex().get()) + ", " + std::to_string(cell.getColIndex().get()),
-               checkInvariants((*cell)->getTextWithTombstones()));
+               checkCell(**cell));
     }
     return problems;
 }
@@ -58,7 +89,7 @@ Problems checkCellTexts(const Table& table)
 Problems checkTable(const Table& table)
 {
     Problems problems = checkInvariants(table);
-    return problems.empty() ? checkCellTexts(table) : problems;
+    return problems.empty() ? checkCells(table) : problems;
 }
 
 Problems checkBlock(const Block& block)
@@ -97,16 +128,8 @@ Problems checkTombstones(const TextWithTombstones& text)
     {
         return {"The record of the tombstones is broken: " + std::string(failure.what()) + "."};
     }
-    const unsigned long needed = TextLimits::getSlotsBeforeLastTombstone(text.getTombstones());
-    const unsigned long count =
-        std::accumulate(text.getBlocks().begin(), text.getBlocks().end(), 0UL,
-                        [](unsigned long sum, const auto& block) { return sum + TextLimits::getSlotsCount(*block); });
-    if (count < needed)
-    {
-        return {"The last tombstone stands behind " + std::to_string(needed) + " live slots, but there are " +
-                std::to_string(count) + "."};
-    }
-    return {};
+    const auto misfit = TombstonesLimits::findMisfit(text.getTombstones(), TextLimits::getSlotsCount(text.getBlocks()));
+    return misfit ? Problems{*misfit} : Problems();
 }
 
 template<class T>

@@ -47,64 +47,52 @@ Counts IDRunsTree::countBefore(NodeNumber node) const
     return before;
 }
 
-NodeNumber IDRunsTree::getFirst() const
+/// The last node of the subtree of `node` in the direction of `Child`; `noNode` for an empty one.
+template<NodeNumber IDRunsTree::Node::*Child>
+NodeNumber IDRunsTree::getOutermost(NodeNumber node) const
 {
-    NodeNumber node = _root;
-    while (node != noNode && _nodes[node]._left != noNode)
+    while (node != noNode && _nodes[node].*Child != noNode)
     {
-        node = _nodes[node]._left;
+        node = _nodes[node].*Child;
     }
     return node;
+}
+
+/// The neighbour of `node` in the direction of `Child`, which is away from `OtherChild`.
+template<NodeNumber IDRunsTree::Node::*Child, NodeNumber IDRunsTree::Node::*OtherChild>
+NodeNumber IDRunsTree::getNeighbour(NodeNumber node) const
+{
+    if (_nodes[node].*Child != noNode)
+    {
+        return getOutermost<OtherChild>(_nodes[node].*Child);
+    }
+    NodeNumber parent = _nodes[node]._parent;
+    while (parent != noNode && _nodes[parent].*Child == node)
+    {
+        node = parent;
+        parent = _nodes[node]._parent;
+    }
+    return parent;
+}
+
+NodeNumber IDRunsTree::getFirst() const
+{
+    return getOutermost<&Node::_left>(_root);
 }
 
 NodeNumber IDRunsTree::getLast() const
 {
-    NodeNumber node = _root;
-    while (node != noNode && _nodes[node]._right != noNode)
-    {
-        node = _nodes[node]._right;
-    }
-    return node;
+    return getOutermost<&Node::_right>(_root);
 }
 
 NodeNumber IDRunsTree::getNext(NodeNumber node) const
 {
-    if (_nodes[node]._right != noNode)
-    {
-        node = _nodes[node]._right;
-        while (_nodes[node]._left != noNode)
-        {
-            node = _nodes[node]._left;
-        }
-        return node;
-    }
-    NodeNumber parent = _nodes[node]._parent;
-    while (parent != noNode && _nodes[parent]._right == node)
-    {
-        node = parent;
-        parent = _nodes[node]._parent;
-    }
-    return parent;
+    return getNeighbour<&Node::_right, &Node::_left>(node);
 }
 
 NodeNumber IDRunsTree::getPrevious(NodeNumber node) const
 {
-    if (_nodes[node]._left != noNode)
-    {
-        node = _nodes[node]._left;
-        while (_nodes[node]._right != noNode)
-        {
-            node = _nodes[node]._right;
-        }
-        return node;
-    }
-    NodeNumber parent = _nodes[node]._parent;
-    while (parent != noNode && _nodes[parent]._left == node)
-    {
-        node = parent;
-        parent = _nodes[node]._parent;
-    }
-    return parent;
+    return getNeighbour<&Node::_left, &Node::_right>(node);
 }
 
 NodeNumber IDRunsTree::insertAfter(NodeNumber previous, const Run& run)

@@ -1,5 +1,7 @@
 #include "DOM_Table.h"
+#include "DOM_SetToSharedStyle.h"
 #include "DOM_TableGrid.h"
+#include "DOM_TombstonesLimits.h"
 
 #include "Util_Assert.h"
 #include "Util_DeepComparison.h"
@@ -25,6 +27,15 @@ template<class Index>
 std::optional<Index> convertTo(const std::optional<TombstonesWithIDsStorage::LiveIndex>& index)
 {
     return index ? std::optional(Index(index->get())) : std::nullopt;
+}
+
+template<class Collection>
+void checkCollection(std::vector<std::string>& broken, const Collection& collection, const std::string& kind)
+{
+    if (const std::optional<std::string> problem = TombstonesLimits::findProblem(collection, kind))
+    {
+        broken.push_back("5: " + *problem);
+    }
 }
 
 } // namespace
@@ -382,8 +393,7 @@ bool Table::isPivotTablesInRange(const TableRange& range) const
 
 const TableStyle& Table::getStyle() const
 {
-    static const TableStyle defaultStyle;
-    return _sharedStyle ? _sharedStyle->get() : defaultStyle;
+    return derefSharedStyle(_sharedStyle);
 }
 
 const SharedRowStyleConstIPtr& Table::getSharedStyle(RowIndex row) const
@@ -423,7 +433,10 @@ bool operator==(const Table& left, const Table& right)
 
 std::vector<std::string> checkInvariants(const Table& table)
 {
-    return table.getGrid().checkInvariants();
+    std::vector<std::string> broken = table.getGrid().checkInvariants();
+    checkCollection(broken, table._conditionalFormats, "Conditional format");
+    checkCollection(broken, table._frames, "Frame");
+    return broken;
 }
 
 } // namespace Zem::DOM

@@ -416,17 +416,23 @@ std::size_t TableGrid::getMemoryUsage() const
 namespace
 {
 
+/// Whether each line of `left` has its style in `right` too. A line that isn't there has none.
+template<class Axis>
+bool areStylesIn(const TableLines<Axis>& left, const TableLines<Axis>& right)
+{
+    const SharedStyleConstIPtr<typename Axis::Style> none;
+    const auto isIn = [&](const Line<Axis>& line)
+    {
+        const Line<Axis>* const rightLine = right.findLineByID(line._id);
+        return areDeeplyEqual(line._style, rightLine ? rightLine->_style : none);
+    };
+    return std::all_of(left.getOrderedLines().begin(), left.getOrderedLines().end(), isIn);
+}
+
 template<class Axis>
 bool areStylesEqual(const TableLines<Axis>& left, const TableLines<Axis>& right)
 {
-    const auto isSameInRight = [&](const Line<Axis>& leftLine)
-    {
-        const Line<Axis>* const rightLine = right.findLineByID(leftLine._id);
-        return rightLine && areDeeplyEqual(leftLine._style, rightLine->_style);
-    };
-    const auto& leftLines = left.getOrderedLines();
-    return left.getLinesCount() == right.getLinesCount() &&
-           std::all_of(leftLines.begin(), leftLines.end(), isSameInRight);
+    return areStylesIn(left, right) && areStylesIn(right, left);
 }
 
 bool areCellsEqual(const Line<RowAxis>& left, const Line<RowAxis>& right)
@@ -447,12 +453,16 @@ bool operator==(const TableGrid& left, const TableGrid& right)
     const auto& rightRows = right.getLines<RowAxis>();
     const auto& leftColumns = left.getLines<ColumnAxis>();
     const auto& rightColumns = right.getLines<ColumnAxis>();
-    // Lines exist in both or in none once their styles and the ids of their cells are equal.
+    // No cell is in the right grid alone, once all of the left one are found there and the counts are equal.
+    const auto areCellsInRight = [&](const Line<RowAxis>& row)
+    {
+        const Line<RowAxis>* const rightRow = rightRows.findLineByID(row._id);
+        return rightRow ? areCellsEqual(row, *rightRow) : row._cells.empty();
+    };
     return left.getCellsCount() == right.getCellsCount() && leftRows.getIDs() == rightRows.getIDs() &&
            leftColumns.getIDs() == rightColumns.getIDs() && areStylesEqual(leftRows, rightRows) &&
            areStylesEqual(leftColumns, rightColumns) &&
-           std::all_of(leftRows.getOrderedLines().begin(), leftRows.getOrderedLines().end(),
-                       [&](const Line<RowAxis>& row) { return areCellsEqual(row, *rightRows.findLineByID(row._id)); });
+           std::all_of(leftRows.getOrderedLines().begin(), leftRows.getOrderedLines().end(), areCellsInRight);
 }
 
 template<class Axis>

@@ -4,10 +4,10 @@
 #include "DOM_Json.h"
 #include "DOM_Table.h"
 #include "DOM_TableGrid.h"
+#include "DOM_TombstonesLimits.h"
 
 #include "CU_Json.h"
 
-#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -151,13 +151,12 @@ std::unique_ptr<TableGrid> loadGrid(cereal::JSONInputArchive& archive)
     return grid;
 }
 
-template<class T>
-void requireNoNull(const std::vector<std::unique_ptr<T>>& elements, const std::string& name)
+template<class V>
+void requireSound(const CollaborationUtils::CollectionWithTombstones<V>& collection, const std::string& kind)
 {
-    const auto null = std::find(elements.begin(), elements.end(), nullptr);
-    if (null != elements.end())
+    if (const std::optional<std::string> problem = TombstonesLimits::findProblem(collection, kind))
     {
-        throw BaseRuntimeError(name + " " + std::to_string(null - elements.begin()) + " of a table is null");
+        throw BaseRuntimeError(*problem);
     }
 }
 
@@ -209,8 +208,8 @@ void Table::serialize(Archive& archive)
             cereal::make_nvp("_conditionalFormats", _conditionalFormats), cereal::make_nvp("_frames", _frames));
     if constexpr (Archive::is_loading::value)
     {
-        requireNoNull(_conditionalFormats.getElements(), "Conditional format");
-        requireNoNull(_frames.getElements(), "Frame");
+        requireSound(_conditionalFormats, "Conditional format");
+        requireSound(_frames, "Frame");
         _grid = loadGrid(archive);
     }
     else

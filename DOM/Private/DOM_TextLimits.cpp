@@ -1,11 +1,12 @@
 #include "DOM_TextLimits.h"
 #include "DOM_Paragraph.h"
 #include "DOM_Runs.h"
+#include "DOM_TombstonesLimits.h"
 
 #include "Util_BaseRuntimeError.h"
 
-#include <algorithm>
 #include <numeric>
+#include <optional>
 #include <string>
 
 namespace Zem::DOM::TextLimits
@@ -22,10 +23,9 @@ unsigned long getSlotsCount(const Run& run)
 template<class Elements>
 void requireNoNullElement(const Elements& elements, const char* kind)
 {
-    const auto null = std::find(elements.begin(), elements.end(), nullptr);
-    if (null != elements.end())
+    if (const std::optional<unsigned long> null = TombstonesLimits::findNull(elements))
     {
-        throw BaseRuntimeError("Null " + std::string(kind) + " at place " + std::to_string(null - elements.begin()));
+        throw BaseRuntimeError("Null " + std::string(kind) + " at place " + std::to_string(*null));
     }
 }
 
@@ -42,10 +42,10 @@ unsigned long getSlotsCount(const Block& block)
                            [](unsigned long count, const auto& run) { return count + getSlotsCount(*run); });
 }
 
-unsigned long getSlotsBeforeLastTombstone(const CollaborationUtils::TombstonesStorage& tombstones)
+unsigned long getSlotsCount(const Blocks& blocks)
 {
-    const auto ranges = tombstones.getRanges();
-    return ranges.empty() ? 0 : ranges.back().getEnd().get() - tombstones.getTombstonesCount();
+    return std::accumulate(blocks.begin(), blocks.end(), 0UL,
+                           [](unsigned long count, const auto& block) { return count + getSlotsCount(*block); });
 }
 
 void requireNoNull(const Blocks& blocks)
@@ -61,20 +61,9 @@ void requireNoNull(const Runs& runs)
 void requireSound(const TextWithTombstones& text)
 {
     requireNoNull(text.getBlocks());
-    const unsigned long needed = getSlotsBeforeLastTombstone(text.getTombstones());
-    unsigned long count = 0;
-    for (const auto& block : text.getBlocks())
+    if (text.getTombstones().getTombstonesCount() > 0)
     {
-        if (count >= needed)
-        {
-            return;
-        }
-        count += getSlotsCount(*block);
-    }
-    if (count < needed)
-    {
-        throw BaseRuntimeError("The tombstones of a text need " + std::to_string(needed) + " live slots, there are " +
-                               std::to_string(count));
+        TombstonesLimits::requireFit(text.getTombstones(), getSlotsCount(text.getBlocks()));
     }
 }
 

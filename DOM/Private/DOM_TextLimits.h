@@ -1,7 +1,6 @@
 #pragma once
 
-/// What must hold of a text for its tombstones to mean anything. Used by readers, which refuse other texts, and by
-/// `checkInvariants`.
+/// How many slots there are in a text, and what a reader requires of one.
 
 #include "DOM_Block.h"
 #include "DOM_Run.h"
@@ -14,14 +13,14 @@ namespace Zem::DOM::TextLimits
 /// Requires: the block has no null run.
 unsigned long getSlotsCount(const Block& block);
 
-/// How many live slots stand in front of the last tombstone.
-unsigned long getSlotsBeforeLastTombstone(const CollaborationUtils::TombstonesStorage& tombstones);
+/// The same for all blocks. Requires: no block and no run is null.
+unsigned long getSlotsCount(const Blocks& blocks);
 
 /// Fail: `BaseRuntimeError`, naming the place, when an element is null.
 void requireNoNull(const Blocks& blocks);
 void requireNoNull(const Runs& runs);
 
-/// Fails: `BaseRuntimeError` when a block is null, or a tombstone stands behind more live slots than there are.
+/// Fails: `BaseRuntimeError` when a block is null, or the tombstones don't fit the slots.
 void requireSound(const TextWithTombstones& text);
 
 } // namespace Zem::DOM::TextLimits

@@ -81,9 +81,9 @@ public:
     const ArrayFormulaShift* getArrayFormulaShift() const;
 
     /// Whether the cell has no contents. A block of its text is one, and so is being the root of a merge. Counting
-    /// tombstones, so is all else that would be lost with the cell: the tombstones of its text, and its style. A style
-    /// alone therefore doesn't stand in the way of a merge or of a pivot table, yet keeps its cell in the table. A
-    /// pivot table isn't looked at; who wants to drop a cell asks `getPivotTable` too.
+    /// tombstones, so is all else that would be lost with the cell: the tombstones of its text, and its style, unless
+    /// that is the default one. A style alone therefore doesn't stand in the way of a merge or of a pivot table, yet
+    /// keeps its cell in the table. A pivot table isn't looked at; who wants to drop a cell asks `getPivotTable` too.
     bool isEmpty(WithTombstones withTombstones) const;
 
     /// A cell with an empty text equals one without text.

@@ -16,6 +16,7 @@ class Table;
 
 /// In one line. Equal documents may differ in it: a style or bundle of properties that several elements share stands in
 /// it once, equal ones that they do not share stand in it each.
+/// Fails: `std::runtime_error` on a document whose texts lie so deep in each other that it couldn't be read.
 ZEM_EXPORT std::string toJson(const Document& document);
 
 /// Equal styles of the document become one object, made by its own factory.

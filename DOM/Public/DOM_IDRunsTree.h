@@ -165,6 +165,11 @@ private:
     template<unsigned long Counts::*counted>
     Position find(unsigned long target) const;
 
+    template<NodeNumber Node::*Child>
+    NodeNumber getOutermost(NodeNumber node) const;
+    template<NodeNumber Node::*Child, NodeNumber Node::*OtherChild>
+    NodeNumber getNeighbour(NodeNumber node) const;
+
     static std::uint64_t getPriority(NodeNumber node);
 
     NodeNumber allocate(const Run& run);

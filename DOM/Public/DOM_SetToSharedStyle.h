@@ -13,8 +13,7 @@ namespace Zem::DOM
 template<class Style>
 const Style& derefSharedStyle(const SharedStyleConstIPtr<Style>& sharedStyle)
 {
-    static const Style defaultStyle{};
-    return sharedStyle ? sharedStyle->get() : defaultStyle;
+    return (sharedStyle ? *sharedStyle : SharedStyle<Style>::getObjectForNull()).get();
 }
 
 namespace SetToSharedStyleDetails

@@ -315,7 +315,8 @@ private:
 };
 
 /// A line for each broken rule: those of the two lists of lines, and that every cell stands in its row and column, in
-/// order, and every merge and pivot table in its index. Linear.
+/// order, and every merge and pivot table in its index; that no conditional format and no frame is null, and none of
+/// their tombstones stands behind more of them than there are. Linear.
 ZEM_EXPORT std::vector<std::string> checkInvariants(const Table& table);
 
 using TableUPtr = std::unique_ptr<Table>;

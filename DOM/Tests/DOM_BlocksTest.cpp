@@ -1,4 +1,5 @@
 #include "DOM_Blocks.h"
+#include "DOM_FieldChanges.h"
 #include "DOM_NumberingRef.h"
 #include "DOM_Runs.h"
 #include "DOM_TestDocuments.h"
@@ -106,10 +107,10 @@ TEST(Paragraph, IsComparedByAllItsParts)
     other.getNumRef() = std::make_unique<NumberingRef>();
     EXPECT_FALSE(paragraph == other);
     other = Paragraph();
-    other.getSharedStyle().reset(new SharedStyle<ParagraphStyle>(ParagraphStyle()));
+    other.getSharedStyle().reset(new SharedStyle<ParagraphStyle>(makeChanged(ParagraphStyle())));
     EXPECT_FALSE(paragraph == other);
     other = Paragraph();
-    other.getSharedParaMarkStyle().reset(new SharedStyle<RunStyle>(RunStyle()));
+    other.getSharedParaMarkStyle().reset(new SharedStyle<RunStyle>(makeChanged(RunStyle())));
     EXPECT_FALSE(paragraph == other);
 }
 

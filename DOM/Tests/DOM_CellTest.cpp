@@ -104,6 +104,16 @@ TEST(Cell, CountsItsStyleAsWhatWouldBeLostButNotAsContents)
     EXPECT_FALSE(cell.isEmpty(WithTombstones::Yes));
 }
 
+TEST(Cell, LosesNothingWithTheDefaultStyle)
+{
+    Cell cell;
+    cell.getSharedStyle().reset(new SharedStyle<CellStyle>(CellStyle()));
+    EXPECT_TRUE(cell.isEmpty(WithTombstones::No));
+    EXPECT_TRUE(cell.isEmpty(WithTombstones::Yes));
+    EXPECT_TRUE(cell == Cell());
+    EXPECT_TRUE(Cell() == cell);
+}
+
 TEST(Cell, IsNotEmptyAsTheRootOfAMerge)
 {
     Table table(2, 2);

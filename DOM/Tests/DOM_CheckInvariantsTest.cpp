@@ -52,6 +52,49 @@ TEST(CheckInvariants, LooksIntoShapesAndCells)
     EXPECT_EQ((Problems{"Block 0: Block 0 is null.", "Block 1: Cell 1, 2: Block 0 is null."}), checkInvariants(text));
 }
 
+TEST(CheckInvariants, LooksIntoTheValuesOfPivotTables)
+{
+    const auto makeBrokenValue = []
+    {
+        Blocks blocks;
+        blocks.push_back(nullptr);
+        return PivotTableValue(std::move(blocks), nullptr);
+    };
+    auto pivotTable = std::make_unique<PivotTable>();
+    pivotTable->setCalculatedValues({PivotTableValue(), makeBrokenValue()});
+    pivotTable->getFieldCache().getFieldValueCache()[PivotFieldID(7)].push_back(makeBrokenValue());
+    TextWithTombstones text;
+    auto table = std::make_unique<Table>(2, 3);
+    table->setPivotTable(RowIndex(1), ColumnIndex(0), std::move(pivotTable));
+    text.getBlocks().push_back(std::move(table));
+    EXPECT_EQ((Problems{"Block 0: Cell 1, 0: Pivot table: Value of field 7 0: Block 0 is null.",
+                        "Block 0: Cell 1, 0: Pivot table: Calculated value 1: Block 0 is null."}),
+              checkInvariants(text));
+}
+
+TEST(CheckInvariants, LooksIntoTables)
+{
+    TextWithTombstones text;
+    auto table = std::make_unique<Table>(1, 1);
+    table->getFrames().getElements().push_back(nullptr);
+    text.getBlocks().push_back(std::move(table));
+    EXPECT_EQ(Problems{"Block 0: 5: Frame 0 of a table is null."}, checkInvariants(text));
+}
+
+TEST(CheckInvariants, FindsMoreTombstonesThanCanBeCounted)
+{
+    TextWithTombstones text;
+    text.getTombstones().replaceWithTombstones(IndexIncludingTombstones(0), (1UL << 62) + 1);
+    EXPECT_EQ(Problems{"There are 4611686018427387905 tombstones, more than a list can have."}, checkInvariants(text));
+}
+
+TEST(CheckInvariants, FindsNothingInATextRunWithoutText)
+{
+    TextWithTombstones text;
+    text.getBlocks().push_back(makeParagraph(""));
+    EXPECT_EQ(Problems(), checkInvariants(text));
+}
+
 TEST(CheckInvariants, CountsTheSlotsInFrontOfTheLastTombstone)
 {
     TextWithTombstones text;

@@ -7,6 +7,7 @@
 #include "TS_Assertions.h"
 
 #include <cstddef>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -130,6 +131,53 @@ TEST(DocumentJson, RefusesNestingWithoutBound)
     EXPECT_NE("", getError(shapes));
 }
 
+namespace
+{
+
+/// A shape in whose text there is a shape, and so on.
+Document makeNestedDocument(int depth)
+{
+    Document document;
+    TextWithTombstones* text = &document.getTextWithTombstones();
+    for (int count = 0; count < depth; ++count)
+    {
+        auto shape = std::make_unique<Shape>();
+        TextWithTombstones* const inner = &shape->getTextWithTombstones();
+        text->getBlocks().push_back(std::move(shape));
+        text = inner;
+    }
+    return document;
+}
+
+bool canBeWritten(const Document& document)
+{
+    try
+    {
+        toJson(document);
+        return true;
+    }
+    catch (const std::runtime_error& error)
+    {
+        EXPECT_STREQ("The JSON text is nested deeper than 1000 levels", error.what());
+        return false;
+    }
+}
+
+} // namespace
+
+TEST(DocumentJson, ReadsWhateverItWritesAndWritesNothingDeeper)
+{
+    int depth = 1;
+    while (canBeWritten(makeNestedDocument(depth + 1)))
+    {
+        ++depth;
+    }
+    EXPECT_GT(depth, 100);
+    const Document deepest = makeNestedDocument(depth);
+    EXPECT_TRUE(fromJson(toJson(deepest)) == deepest);
+    EXPECT_FALSE(canBeWritten(makeNestedDocument(1000)));
+}
+
 TEST(DocumentJson, RefusesIdsThatWereNeverSeen)
 {
     const std::string null = R"("_sharedStyle":{"id":0})";
@@ -179,8 +227,43 @@ TEST(DocumentJson, RefusesTombstonesBehindMoreSlotsThanThereAre)
     const auto withRange = [&](const std::string& range)
     { return getError(replaceFirst(json, R"({"_tombstones":[]})", R"({"_tombstones":[)" + range + "]}")); };
     EXPECT_EQ("", withRange(R"({"_begin":{"_value":0},"_end":{"_value":1152921504606846976}})"));
-    EXPECT_EQ("The tombstones of a text need 1152921504606846976 live slots, there are 0",
+    EXPECT_EQ("The last tombstone stands behind 1152921504606846976 live slots, but there are 0.",
               withRange(R"({"_begin":{"_value":1152921504606846976},"_end":{"_value":1152921504606846977}})"));
+}
+
+TEST(DocumentJson, RefusesMoreTombstonesThanCanBeCounted)
+{
+    const auto withEnd = [](const std::string& end)
+    {
+        Document document;
+        document.getTextWithTombstones().getBlocks().push_back(makeParagraph("0123456789"));
+        return getError(replaceFirst(toJson(document), R"({"_tombstones":[]})",
+                                     R"({"_tombstones":[{"_begin":{"_value":0},"_end":{"_value":)" + end + "}}]}"));
+    };
+    EXPECT_EQ("", withEnd("4611686018427387904"));
+    EXPECT_EQ("There are 4611686018427387905 tombstones, more than a list can have.", withEnd("4611686018427387905"));
+    EXPECT_EQ("There are 18446744073709551615 tombstones, more than a list can have.", withEnd("18446744073709551615"));
+}
+
+TEST(DocumentJson, GivesBackNoStyleAndTheDefaultStyleAsEqualDocuments)
+{
+    Document none;
+    none.getTextWithTombstones().getBlocks().push_back(makeParagraph("text"));
+    Document byDefault = none;
+    auto& paragraph = static_cast<Paragraph&>(*byDefault.getTextWithTombstones().getBlocks().front());
+    paragraph.getSharedStyle() = byDefault.getSharedObjectFactory().create(ParagraphStyle());
+    paragraph.getSharedParaMarkStyle() = byDefault.getSharedObjectFactory().create(RunStyle());
+    paragraph.getRuns().front()->getSharedStyle() = byDefault.getSharedObjectFactory().create(RunStyle());
+    EXPECT_TRUE(none == byDefault);
+    EXPECT_TRUE(fromJson(toJson(byDefault)) == none);
+    EXPECT_TRUE(fromJson(toJson(none)) == byDefault);
+}
+
+TEST(DocumentJson, GivesBackTextRunsWithoutText)
+{
+    Document document;
+    document.getTextWithTombstones().getBlocks().push_back(makeParagraph(""));
+    EXPECT_TRUE(fromJson(toJson(document)) == document);
 }
 
 TEST(DocumentJson, RefusesNumbersThatAreTooBig)

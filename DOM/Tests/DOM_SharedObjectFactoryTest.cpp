@@ -50,6 +50,22 @@ TYPED_TEST(InternedStyle, IsAnotherObjectOnceAnyFieldIsChanged)
                         { EXPECT_NE(shared, factory.create(changed)) << name; });
 }
 
+TYPED_TEST(InternedStyle, IsNoneWhereItIsTheDefaultOne)
+{
+    const SharedObjectFactory factory;
+    const SharedStyleConstIPtr<TypeParam> none;
+    const auto byDefault = factory.create(TypeParam());
+    const auto changed = factory.create(makeChanged(TypeParam()));
+    EXPECT_TRUE(areDeeplyEqual(none, byDefault));
+    EXPECT_TRUE(areDeeplyEqual(byDefault, none));
+    EXPECT_EQ(deepHash(none), deepHash(byDefault));
+    EXPECT_FALSE(areDeeplyEqual(none, changed));
+    EXPECT_FALSE(areDeeplyEqual(changed, none));
+    EXPECT_TRUE(isDefaultStyle(none));
+    EXPECT_TRUE(isDefaultStyle(byDefault));
+    EXPECT_FALSE(isDefaultStyle(changed));
+}
+
 TEST(SharedObjectFactory, KeepsStylesInUse)
 {
     const SharedObjectFactory factory;

@@ -1,5 +1,4 @@
 #include "DOM_Table.h"
-#include "DOM_BusinessLogicChecks.h"
 #include "DOM_Image.h"
 #include "DOM_NaiveTable.h"
 
@@ -31,6 +30,13 @@ CellIndex at(unsigned long row, unsigned long column)
 TableRange makeRange(unsigned long beginRow, unsigned long beginColumn, unsigned long endRow, unsigned long endColumn)
 {
     return TableRange(RowIndex(beginRow), ColumnIndex(beginColumn), RowIndex(endRow), ColumnIndex(endColumn));
+}
+
+SharedStyleConstIPtr<TableStyle> makeTableStyle()
+{
+    TableStyle style;
+    style.setTableProps(std::make_shared<const TableProps>());
+    return SharedStyleConstIPtr<TableStyle>(new SharedStyle<TableStyle>(style));
 }
 
 void setText(Table& table, unsigned long row, unsigned long column, const std::string& text)
@@ -509,9 +515,7 @@ TEST(Table, HasADefaultStyle)
 {
     Table table;
     EXPECT_EQ(nullptr, table.getStyle().getTableProps());
-    TableStyle style;
-    style.setTableProps(std::make_shared<const TableProps>());
-    table.getSharedStyle().reset(new SharedStyle<TableStyle>(style));
+    table.getSharedStyle() = makeTableStyle();
     EXPECT_NE(nullptr, table.getStyle().getTableProps());
 }
 
@@ -521,7 +525,7 @@ TEST(Table, IsUnequalOnceAnyPartDiffers)
     const std::vector<std::pair<const char*, void (*)(Table&)>> changes{
         {"identity", [](Table& table) { table = Table(2, 2); }},
         {"name", [](Table& table) { table.setName("x"); }},
-        {"style", [](Table& table) { table.getSharedStyle().reset(new SharedStyle<TableStyle>(TableStyle())); }},
+        {"style", [](Table& table) { table.getSharedStyle() = makeTableStyle(); }},
         {"filter", [](Table& table) { table.setFilterInfo(TableFilterInfo()); }},
         {"header", [](Table& table) { table.setHeaderRowsCols(HeaderRowsCols(1, 0)); }},
         {"settings", [](Table& table) { table.getTableSettings()._showZeroValue = false; }},
@@ -564,6 +568,61 @@ TEST(Table, EqualsOneWithEqualStylesInOtherObjects)
     right.setSharedStyle(makeRowStyle(1), RowIndex(0));
     EXPECT_NE(left.getSharedStyle(RowIndex(0)), right.getSharedStyle(RowIndex(0)));
     EXPECT_TRUE(left == right);
+}
+
+TEST(Table, EqualsOneWithDefaultStylesInPlaceOfNone)
+{
+    const Table none(2, 2);
+    Table byDefault = none;
+    byDefault.getSharedStyle().reset(new SharedStyle<TableStyle>(TableStyle()));
+    byDefault.setSharedStyle(SharedRowStyleConstIPtr(new SharedStyle<RowStyle>(RowStyle())), RowIndex(0));
+    byDefault.setSharedStyle(SharedColumnStyleConstIPtr(new SharedStyle<ColumnStyle>(ColumnStyle())), ColumnIndex(1));
+    EXPECT_TRUE(none == byDefault);
+    EXPECT_TRUE(byDefault == none);
+    EXPECT_TRUE(fromJson<Table>(toJson(byDefault)) == none);
+
+    Table styled = none;
+    styled.setSharedStyle(makeRowStyle(1), RowIndex(0));
+    EXPECT_FALSE(byDefault == styled);
+    EXPECT_FALSE(styled == byDefault);
+    EXPECT_FALSE(styled == none);
+    EXPECT_FALSE(none == styled);
+}
+
+TEST(Table, DiffersWhereACellStandsInARowOfOneTableOnly)
+{
+    Table left(2, 2);
+    Table right = left;
+    left.getOrCreateCell(RowIndex(0), ColumnIndex(0));
+    right.getOrCreateCell(RowIndex(1), ColumnIndex(0));
+    EXPECT_FALSE(left == right);
+    EXPECT_FALSE(right == left);
+}
+
+TEST(Table, ReportsFormatsAndFramesThatAreNullOrDoNotFitTheirTombstones)
+{
+    const auto check = [](auto change)
+    {
+        Table table(1, 1);
+        change(table);
+        return checkInvariants(table);
+    };
+    using Problems = std::vector<std::string>;
+    EXPECT_EQ(Problems(), check(
+                              [](Table& table)
+                              {
+                                  table.getFrames().getElements().push_back(std::make_unique<Frame>());
+                                  table.getFrames().getTombstones().replaceWithTombstone(Place(1));
+                              }));
+    EXPECT_EQ(Problems{"5: Frame 0 of a table is null."},
+              check([](Table& table) { table.getFrames().getElements().push_back(nullptr); }));
+    EXPECT_EQ(Problems{"5: Frames: The last tombstone stands behind 2 live slots, but there are 0."},
+              check([](Table& table) { table.getFrames().getTombstones().replaceWithTombstone(Place(2)); }));
+    EXPECT_EQ(Problems{"5: Conditional format 0 of a table is null."},
+              check([](Table& table) { table.getConditionalFormats().getElements().push_back(nullptr); }));
+    EXPECT_EQ(
+        Problems{"5: Conditional formats: The last tombstone stands behind 1 live slots, but there are 0."},
+        check([](Table& table) { table.getConditionalFormats().getTombstones().replaceWithTombstone(Place(1)); }));
 }
 
 TEST(Table, CopiesAreIndependent)
@@ -656,86 +715,6 @@ TEST(Table, ReportsACellThatWasAssignedToAsAWhole)
     table.getOrCreateCell(RowIndex(1), ColumnIndex(1)) = merged;
     EXPECT_EQ((std::vector<std::string>{"4: a cell of row 1", "4: the number of merges or pivot tables"}),
               checkInvariants(table));
-}
-
-TEST(Table, TravelsSparsely)
-{
-    Table table(1048576, 16384);
-    setText(table, 1000000, 16000, "x");
-    table.setSharedStyle(makeRowStyle(1), RowIndex(5));
-    table.setMergeProps(RowIndex(3), ColumnIndex(3), 1, 1);
-    const std::string text = toJson(table);
-    EXPECT_LT(text.size(), 4000u);
-    EXPECT_TRUE(fromJson<Table>(text) == table);
-    EXPECT_TRUE(fromJson<Table>(text).getMergedCellRoot(RowIndex(4), ColumnIndex(4)) == at(3, 3));
-}
-
-TEST(Table, RefusesBrokenJson)
-{
-    Table table(2, 2);
-    setText(table, 1, 1, "x");
-    table.setSharedStyle(makeColumnStyle(1), ColumnIndex(0));
-    const std::string text = toJson(table);
-    const auto replaced = [&](const std::string& from, const std::string& to)
-    {
-        std::string changed = text;
-        const std::size_t position = changed.find(from);
-        EXPECT_NE(std::string::npos, position) << from << " in " << text;
-        return changed.replace(position, from.size(), to);
-    };
-    const std::string rows = R"("_rows":{"_runs":[{"_firstID":0,"_count":2,"_isLive":true}]})";
-    EXPECT_TRUE(fromJson<Table>(replaced(rows, rows)) == table);
-    for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
-             {rows, R"("_rows":{"_runs":[{"_firstID":0,"_count":1,"_isLive":true}]})"},
-             {rows, R"("_rows":{"_runs":[{"_firstID":0,"_count":2,"_isLive":false}]})"},
-             {rows, R"("_rows":{"_runs":[{"_firstID":0,"_count":0,"_isLive":true}]})"},
-             {R"("_columnStyles":[{"_index":{"_value":0})", R"("_columnStyles":[{"_index":{"_value":2})"},
-             {R"("_frames":{"_elements":[])", R"("_frames":{"_elements":[{"ptr_wrapper":{"valid":0}}])"},
-             {R"("_conditionalFormats":{"_elements":[])",
-              R"("_conditionalFormats":{"_elements":[{"ptr_wrapper":{"valid":0}}])"},
-             {R"("_cells":[)", R"("_cells":[7,)"},
-             {R"("_rows":)", R"("_lines":)"}})
-    {
-        EXPECT_THROW(fromJson<Table>(replaced(from, to)), std::runtime_error) << to;
-    }
-}
-
-TEST(Table, RefusesCellsOutOfOrderInJson)
-{
-    Table table(2, 2);
-    setText(table, 0, 0, "x");
-    setText(table, 1, 1, "x");
-    std::string text = toJson(table);
-    const std::string first = R"("cellIndices.rowIndex":{"_value":0},"cellIndices.colIndex":{"_value":0})";
-    const std::string second = R"("cellIndices.rowIndex":{"_value":1},"cellIndices.colIndex":{"_value":1})";
-    text.replace(text.find(first), first.size(), second);
-    EXPECT_THROW(fromJson<Table>(text), BaseRuntimeError);
-    text.replace(text.rfind(second), second.size(), first);
-    EXPECT_THROW(fromJson<Table>(text), BaseRuntimeError);
-}
-
-TEST(BusinessLogicChecks, TellsCutRangesFromContainedOnes)
-{
-    const TableRange first = makeRange(2, 2, 6, 6);
-    EXPECT_FALSE(BusinessLogicChecks::isIntersectedAndNotContained(first, makeRange(0, 0, 2, 6)));
-    EXPECT_FALSE(BusinessLogicChecks::isIntersectedAndNotContained(first, makeRange(2, 2, 6, 6)));
-    EXPECT_FALSE(BusinessLogicChecks::isIntersectedAndNotContained(first, makeRange(3, 3, 4, 4)));
-    EXPECT_TRUE(BusinessLogicChecks::isIntersectedAndNotContained(first, makeRange(0, 0, 3, 3)));
-    EXPECT_TRUE(BusinessLogicChecks::isIntersectedAndNotContained(first, makeRange(0, 0, 10, 10)));
-    EXPECT_FALSE(BusinessLogicChecks::isIntersectedAndNotContained(first, makeRange(6, 2, 7, 6)));
-}
-
-TEST(BusinessLogicChecks, FindsMergesThatReachOutOfARange)
-{
-    Table table(10, 10);
-    table.setMergeProps(RowIndex(2), ColumnIndex(2), 2, 2);
-    const auto isCut = [&](const TableRange& range)
-    { return BusinessLogicChecks::isMergedRangeIntersectedAndOutOfRangeExists(table, range); };
-    EXPECT_TRUE(isCut(makeRange(4, 0, 5, 10)));
-    EXPECT_TRUE(isCut(makeRange(0, 0, 3, 10)));
-    EXPECT_FALSE(isCut(makeRange(5, 0, 6, 10)));
-    EXPECT_FALSE(isCut(makeRange(2, 2, 5, 5)));
-    EXPECT_TRUE(isCut(makeRange(2, 2, 5, 4)));
 }
 
 } // namespace Zem::DOM::Tests

@@ -31,8 +31,13 @@ std::unique_ptr<Adapter> walk(std::unique_ptr<Adapter> currentAdapter, const Add
     ZEM_ASSERT(currentAdapter);
     for (const typename Address::Chunk& chunk : address.getItems())
     {
-        currentAdapter = isRequired ? currentAdapter->createChildAdapter(chunk, includingTombstones)
-                                    : currentAdapter->createChildAdapterIfPossible(chunk, includingTombstones);
+        if (isRequired)
+        {
+            currentAdapter = currentAdapter->createChildAdapter(chunk, includingTombstones);
+            ZEM_ASSERT(currentAdapter);
+            continue;
+        }
+        currentAdapter = currentAdapter->createChildAdapterIfPossible(chunk, includingTombstones);
         if (!currentAdapter)
         {
             return nullptr;

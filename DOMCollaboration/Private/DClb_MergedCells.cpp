@@ -4,6 +4,8 @@
 
 #include "Util_Assert.h"
 
+#include <algorithm>
+
 namespace Zem::DOMCollaboration::Utils
 {
 
@@ -74,12 +76,25 @@ void walkLine(MergedCells& mergedCells, const DOM::Table& table, typename Lines:
     }
 }
 
+/// The end of `count` lines from `first` on, or of the table: what lies outside has no merges.
+template<class Lines>
+typename Lines::Index getEndOfLines(const DOM::Table& table, typename Lines::Index first, unsigned long count)
+{
+    const unsigned long liveCount = Lines::getLiveCount(table);
+    return first.get() < liveCount ? first + std::min(count, liveCount - first.get()) : first;
+}
+
 void walkRow(MergedCells& mergedCells, const DOM::Table& table, RowIndex row, ColumnIndex startColIndex,
              unsigned long colsCount, bool singleRowsIgnored)
 {
-    ZEM_ASSERT_MESSAGE((startColIndex + colsCount).get() <= table.getLiveColsCount().get(),
-                       "(startColIndex + colsCount).get() <= table.getLiveColsCount().get()");
     walkLine<TableRows>(mergedCells, table, row, startColIndex, startColIndex + colsCount, singleRowsIgnored);
+}
+
+void requireColumns(const DOM::Table& table, ColumnIndex startColIndex, unsigned long colsCount)
+{
+    const unsigned long liveCount = table.getLiveColsCount().get();
+    ZEM_ASSERT_MESSAGE(colsCount <= liveCount && startColIndex.get() <= liveCount - colsCount,
+                       "(startColIndex + colsCount).get() <= table.getLiveColsCount().get()");
 }
 
 } // namespace
@@ -91,7 +106,8 @@ void getMergedCellsInRow(MergedCells& mergedCells, const DOM::Table& table, RowI
 
 void getMergedCellsInRows(MergedCells& mergedCells, const DOM::Table& table, RowIndex first, unsigned long count)
 {
-    for (RowIndex row = first; row < first + count; ++row)
+    const RowIndex end = getEndOfLines<TableRows>(table, first, count);
+    for (RowIndex row = first; row < end; ++row)
     {
         getMergedCellsInRow(mergedCells, table, row);
     }
@@ -104,7 +120,8 @@ void getMergedCellsInColumn(MergedCells& mergedCells, const DOM::Table& table, C
 
 void getMergedCellsInCols(MergedCells& mergedCells, const DOM::Table& table, ColumnIndex first, unsigned long count)
 {
-    for (ColumnIndex column = first; column < first + count; ++column)
+    const ColumnIndex end = getEndOfLines<TableColumns>(table, first, count);
+    for (ColumnIndex column = first; column < end; ++column)
     {
         getMergedCellsInColumn(mergedCells, table, column);
     }
@@ -113,7 +130,13 @@ void getMergedCellsInCols(MergedCells& mergedCells, const DOM::Table& table, Col
 void getMergedCellsInRect(MergedCells& mergedCells, const DOM::Table& table, RowIndex row, unsigned long rowsCount,
                           ColumnIndex column, unsigned long colsCount)
 {
-    for (RowIndex current = row; current < row + rowsCount; ++current)
+    if (rowsCount == 0)
+    {
+        return;
+    }
+    requireColumns(table, column, colsCount);
+    const RowIndex end = getEndOfLines<TableRows>(table, row, rowsCount);
+    for (RowIndex current = row; current < end; ++current)
     {
         walkRow(mergedCells, table, current, column, colsCount, false);
     }

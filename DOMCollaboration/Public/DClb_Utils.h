@@ -49,9 +49,8 @@ ZEM_EXPORT bool isNeededUnmergeToInsertInTable(unsigned long liveCount, unsigned
 /// Whether no other block than `table` is shown. A table without properties is.
 ZEM_EXPORT bool isLastVisibleBlock(const ReadonlyVector<DOM::Blocks>& blocks, const DOM::Table& table);
 
-/// Whether a pivot table of `size`, its columns first, may stand at a place: on empty cells, and on no other pivot
-/// table than one of the same root. Fails: "plainPtr" where a position of the range has no cell; the assertions of
-/// `TableRange` for an empty size.
+/// Whether a pivot table of `size`, its columns first, may stand at a place: where cells are empty or absent, and on no
+/// other pivot table than one of the same root. Fails: the assertions of `TableRange` for an empty size.
 ZEM_EXPORT bool canInsertPivotTable(const DOM::Table& table, RowIndex row, ColumnIndex column,
                                     const Size2D<unsigned>& size);
 

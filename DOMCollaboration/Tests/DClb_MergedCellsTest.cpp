@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <random>
 #include <set>
 
@@ -133,6 +134,21 @@ TEST(MergedCells, SeveralLinesAreScannedOneAfterTheOther)
     EXPECT_EQ((Places{{0, 1}, {2, 2}}), getPlaces(table, inColumns));
 }
 
+TEST(MergedCells, CountsBeyondTheTableFindWhatIsInsideIt)
+{
+    constexpr unsigned long huge = std::numeric_limits<unsigned long>::max();
+    const DOM::Table table = makeTable();
+    MergedCells inRows;
+    Utils::getMergedCellsInRows(inRows, table, row(1), huge);
+    EXPECT_EQ((Places{{1, 0}, {2, 2}}), getPlaces(table, inRows));
+    MergedCells inColumns;
+    Utils::getMergedCellsInCols(inColumns, table, column(3), huge);
+    EXPECT_EQ((Places{{0, 1}, {2, 2}}), getPlaces(table, inColumns));
+    EXPECT_EQ((Places{{1, 0}, {2, 2}}), findInRect(table, 1, huge, 0, 6));
+    EXPECT_EQ(Places(), findInRect(table, 5, huge, 0, 6));
+    EXPECT_EQ(Places(), findInRect(table, 0, 0, 0, huge)) << "no rows at all";
+}
+
 TEST(MergedCells, TablesWithoutRowsOrColumnsHaveNone)
 {
     EXPECT_EQ(Places(), findInColumn(DOM::Table(0, 3), 1));
@@ -150,8 +166,9 @@ TEST(MergedCells, ACellStandsAtOnePlaceOnly)
 
 TEST(MergedCells, ARectangleBeyondTheColumnsFails)
 {
-    EXPECT_ASSERTION(findInRect(makeTable(), 0, 1, 3, 4),
-                     "(startColIndex + colsCount).get() <= table.getLiveColsCount().get()");
+    const char* const message = "(startColIndex + colsCount).get() <= table.getLiveColsCount().get()";
+    EXPECT_ASSERTION(findInRect(makeTable(), 0, 1, 3, 4), message);
+    EXPECT_ASSERTION(findInRect(makeTable(), 0, 1, 3, std::numeric_limits<unsigned long>::max()), message);
 }
 
 TEST(MergedCells, RandomTablesAreScannedAsTheDefinitionSays)

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace Zem::DOMCollaboration
 {
 
@@ -178,6 +180,16 @@ TYPED_TEST(TableActionsValidatorTest, NothingToRemoveFails)
 {
     const DOM::Table table(size, size);
     EXPECT_ASSERTION(TypeParam::canRemove(table, 1, 0), TypeParam::emptyMessage);
+}
+
+TYPED_TEST(TableActionsValidatorTest, CountsBeyondTheTableAskForWhatIsInsideIt)
+{
+    constexpr unsigned long huge = std::numeric_limits<unsigned long>::max();
+    const DOM::Table table = makeTableWithArray();
+    EXPECT_TRUE(TypeParam::canRemove(table, 0, huge));
+    EXPECT_TRUE(TypeParam::canRemove(table, arrayBegin, huge - arrayBegin));
+    EXPECT_FALSE(TypeParam::canRemove(table, arrayBegin + 1, huge - arrayBegin - 1));
+    EXPECT_ASSERTION(TypeParam::canRemove(table, 1, huge), TypeParam::emptyMessage);
 }
 
 TYPED_TEST(TableActionsValidatorTest, ATableWithoutCrossingLinesFails)

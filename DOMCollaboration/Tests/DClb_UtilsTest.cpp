@@ -191,6 +191,15 @@ TEST(Utils, APivotTableStandsOnEmptyCells)
     EXPECT_TRUE(Utils::canInsertPivotTable(table, row(0), column(2), size)) << "columns first: the text isn't covered";
 }
 
+TEST(Utils, APivotTableStandsWhereNoCellsAre)
+{
+    DOM::Table table(4, 4);
+    EXPECT_TRUE(Utils::canInsertPivotTable(table, row(0), column(0), {4, 4}));
+    putText(table.getOrCreateCell(row(3), column(3)));
+    EXPECT_FALSE(Utils::canInsertPivotTable(table, row(0), column(0), {4, 4}));
+    EXPECT_TRUE(Utils::canInsertPivotTable(table, row(0), column(0), {4, 3}));
+}
+
 TEST(Utils, APivotTableReplacesThatOfItsOwnRootAlone)
 {
     DOM::Table table(4, 4);

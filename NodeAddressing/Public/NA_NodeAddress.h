@@ -81,19 +81,25 @@ public:
         return boost::get<ChunkType>(&_items[_items.size() - 1 - index]);
     }
 
-    /// Adds chunks at the end.
+    /// Adds chunks at the end. They come as copies, so that chunks of this very address may be added.
     template<class... Chunks>
-    NodeAddress& appendItems(Chunks&&... chunks)
+    NodeAddress& appendItems(Chunks... chunks)
     {
         _items.reserve(_items.size() + sizeof...(chunks));
-        (_items.emplace_back(std::forward<Chunks>(chunks)), ...);
+        (_items.emplace_back(std::move(chunks)), ...);
         return *this;
     }
 
-    /// Adds `count` chunks of `other` from its chunk `begin` on. Fails: "position <= _items.size()".
+    /// Adds `count` chunks of `other`, which may be this address, from its chunk `begin` on.
+    /// Fails: "position <= _items.size()" where the stretch begins or ends behind the last chunk.
     NodeAddress& append(const NodeAddress& other, unsigned long begin, unsigned long count)
     {
+        if (&other == this)
+        {
+            return append(NodeAddress(other), begin, count);
+        }
         other.requirePosition(begin);
+        other.requirePosition(count);
         other.requirePosition(begin + count);
         const auto first = other._items.begin() + static_cast<std::ptrdiff_t>(begin);
         _items.insert(_items.end(), first, first + static_cast<std::ptrdiff_t>(count));

@@ -68,7 +68,9 @@ std::string JsonDetails::takeOnlyMember(std::string_view archiveText)
                          }
                      });
     const std::size_t begin = text.find(':') + 1;
-    return text.substr(begin, text.size() - begin - 1);
+    text = text.substr(begin, text.size() - begin - 1);
+    requireBoundedJsonNesting(text);
+    return text;
 }
 
 std::string JsonDetails::makeOnlyMember(std::string_view text)

@@ -1,7 +1,8 @@
 #pragma once
 
 /// Comparison and hashing by content: pointers count as what they point at, classes as their fields. What a class is to
-/// make of itself is its own `==` and `hash_value`; a class with a list of fields gets both from the list.
+/// make of itself is its own `==` and `hash_value`; a class with a list of fields gets both from the list. A class may
+/// say by a static `getObjectForNull` that a null pointer to it stands for an object.
 ///
 /// A NaN is unequal to every number, itself included. An object is equal to itself even if it holds one, where two
 /// pointers meet in it.
@@ -15,6 +16,7 @@
 #include <boost/variant.hpp>
 
 #include <algorithm>
+#include <concepts>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -107,10 +109,29 @@ concept IsMap = requires
     typename T::mapped_type;
 };
 
+/// A class of which a null pointer stands for an object, such as a default one: it equals each pointer to an equal one.
+template<class T>
+concept HasObjectForNull = requires
+{
+    {
+        T::getObjectForNull()
+        } -> std::same_as<const T&>;
+};
+
+template<class Pointer>
+using PointeeOf = std::remove_reference_t<decltype(*std::declval<const Pointer&>())>;
+
+template<class Pointer>
+const auto& derefWithNull(const Pointer& pointer)
+{
+    return pointer ? *pointer : PointeeOf<Pointer>::getObjectForNull();
+}
+
 template<class T>
 bool areEqual(const T& left, const T& right);
 
-/// The same pointer, or both null: equal; one null: unequal; otherwise the pointees decide.
+/// The same pointer, or both null: equal; one null: unequal, unless null stands for an object; otherwise the pointees
+/// decide.
 template<class Pointer>
 bool arePointersDeeplyEqual(const Pointer& left, const Pointer& right)
 {
@@ -118,7 +139,14 @@ bool arePointersDeeplyEqual(const Pointer& left, const Pointer& right)
     {
         return true;
     }
-    return left && right && areEqual(*left, *right);
+    if constexpr (HasObjectForNull<PointeeOf<Pointer>>)
+    {
+        return areEqual(derefWithNull(left), derefWithNull(right));
+    }
+    else
+    {
+        return left && right && areEqual(*left, *right);
+    }
 }
 
 template<HasFields T>
@@ -177,11 +205,35 @@ bool areEqual(const T& left, const T& right)
     }
 }
 
+template<class T>
+void hashInto(std::size_t& seed, const T& value);
+
+template<class Pointer>
+void hashPointeeInto(std::size_t& seed, const Pointer& pointer)
+{
+    if constexpr (HasObjectForNull<PointeeOf<Pointer>>)
+    {
+        hashInto(seed, derefWithNull(pointer));
+    }
+    else
+    {
+        boost::hash_combine(seed, static_cast<bool>(pointer));
+        if (pointer)
+        {
+            hashInto(seed, *pointer);
+        }
+    }
+}
+
 /// Mixes the hash of `value`, by content, into `seed`.
 template<class T>
 void hashInto(std::size_t& seed, const T& value)
 {
-    if constexpr (IsPointer<T>::value || IsOptional<T>::value)
+    if constexpr (IsPointer<T>::value)
+    {
+        hashPointeeInto(seed, value);
+    }
+    else if constexpr (IsOptional<T>::value)
     {
         boost::hash_combine(seed, static_cast<bool>(value));
         if (value)

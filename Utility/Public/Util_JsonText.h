@@ -17,7 +17,7 @@ namespace Zem
 /// How deep arrays and objects of a text may lie in each other. Readers call themselves for each level.
 constexpr unsigned maximalJsonNesting = 1000;
 
-/// Requires that a text which is about to be read isn't nested too deeply; it need not be JSON.
+/// Requires that a text which is about to be read, or handed out, isn't nested too deeply; it need not be JSON.
 /// Fails: `cereal::Exception`, naming the depth.
 ZEM_EXPORT void requireBoundedJsonNesting(std::string_view text);
 
@@ -25,6 +25,7 @@ namespace JsonDetails
 {
 
 /// The value of the one member of the object that an archive wrote, without the archive's line breaks and blanks.
+/// Fails: `cereal::Exception` when it is nested too deeply.
 ZEM_EXPORT std::string takeOnlyMember(std::string_view archiveText);
 
 /// An object for an archive to read, whose one member is `text`.
@@ -34,6 +35,7 @@ ZEM_EXPORT std::string makeOnlyMember(std::string_view text);
 } // namespace JsonDetails
 
 /// The JSON form of `value`, in one line.
+/// Fails: `cereal::Exception` when it is nested so deeply that `fromJson` would refuse it.
 template<class T>
 std::string toJson(const T& value)
 {

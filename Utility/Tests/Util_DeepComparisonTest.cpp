@@ -41,6 +41,33 @@ struct Counted : boost::intrusive_ref_counter<Counted>
     int _value;
 };
 
+/// A null pointer to it stands for the one without a value.
+struct WithNull : boost::intrusive_ref_counter<WithNull>
+{
+    explicit WithNull(int value = 0)
+        : _value(value)
+    {
+    }
+
+    static const WithNull& getObjectForNull()
+    {
+        static const WithNull object;
+        return object;
+    }
+
+    friend bool operator==(const WithNull& left, const WithNull& right)
+    {
+        return left._value == right._value;
+    }
+
+    friend std::size_t hash_value(const WithNull& object)
+    {
+        return boost::hash<int>{}(object._value);
+    }
+
+    int _value;
+};
+
 template<class Pointer>
 void expectComparedByContent(const Pointer& one, const Pointer& likeOne, const Pointer& two)
 {
@@ -207,6 +234,23 @@ TEST(DeepComparison, OwnSmallTypesHash)
     expectHashedByContent(UUID({1}), UUID({1}), UUID({2}));
     const UUIDable original;
     expectHashedByContent(original, UUIDable(original), UUIDable());
+}
+
+TEST(DeepComparison, TakesNullForTheObjectThatItStandsFor)
+{
+    using Pointer = boost::intrusive_ptr<const WithNull>;
+    const Pointer null;
+    const Pointer likeNull(new WithNull());
+    const Pointer other(new WithNull(1));
+    EXPECT_TRUE(areDeeplyEqual(null, likeNull));
+    EXPECT_TRUE(areDeeplyEqual(likeNull, null));
+    EXPECT_TRUE(areDeeplyEqual(null, null));
+    EXPECT_FALSE(areDeeplyEqual(null, other));
+    EXPECT_FALSE(areDeeplyEqual(other, null));
+    EXPECT_TRUE(areDeeplyEqual(std::vector<Pointer>{null}, std::vector<Pointer>{likeNull}));
+    EXPECT_EQ(deepHash(null), deepHash(likeNull));
+    EXPECT_NE(deepHash(null), deepHash(other));
+    EXPECT_TRUE(areDeeplyEqual(std::shared_ptr<const WithNull>(), std::make_shared<const WithNull>()));
 }
 
 TEST(DeepComparison, HashesTellContentsApartThatFlattenToOne)

@@ -11,10 +11,8 @@ namespace Zem::DOMCollaboration
 
 /// Makes the adapter of a block, by its class. `ParagraphAdapter` is how the world shows a paragraph.
 template<class Tag, class NodeType, bool isConst, class ParagraphAdapter>
-std::unique_ptr<DOMNodeAdapter<Tag, NodeType, isConst>>
-makeBlockAdapter(NodeAdapterDetails::ConstIf<isConst, DOM::Block>& block)
+std::unique_ptr<DOMNodeAdapter<Tag, NodeType, isConst>> makeBlockAdapter(ConstIf<isConst, DOM::Block>& block)
 {
-    using NodeAdapterDetails::ConstIf;
     using Result = std::unique_ptr<DOMNodeAdapter<Tag, NodeType, isConst>>;
     return DOM::visitBlock(
         block,

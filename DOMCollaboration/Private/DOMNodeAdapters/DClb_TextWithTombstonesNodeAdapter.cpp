@@ -58,7 +58,6 @@ template<bool isConst>
 typename GenericTextWithTombstonesNodeAdapter<isConst>::ChildUPtr
 GenericTextWithTombstonesNodeAdapter<isConst>::createChildAdapterAt(const PlanePlace& place)
 {
-    using NodeAdapterDetails::ConstIf;
     if (place._kind == PlaceKind::TextEnd)
     {
         return std::make_unique<InOperationWorld<GenericCollectionEndMarkNodeAdapter, isConst>>(

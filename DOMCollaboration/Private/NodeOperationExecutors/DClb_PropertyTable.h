@@ -44,26 +44,10 @@ struct SharedStyleReference
     DOM::SharedStyleConstIPtr<Style>& _sharedStyle;
 };
 
-namespace PropertyTableDetails
-{
-
-template<class Style>
-void resetIfDefault(DOM::SharedStyleConstIPtr<Style>& sharedStyle)
-{
-    const DOM::SharedStyleConstIPtr<Style> none;
-    if (areDeeplyEqual(DOM::derefSharedStyle(sharedStyle), DOM::derefSharedStyle(none)))
-    {
-        sharedStyle.reset();
-    }
-}
-
-} // namespace PropertyTableDetails
-
 /// A row for one member of a shared style. `getStyle` gives the `SharedStyleReference` of the target; `setMember`, a
 /// member function of the style or another callable, sets a value on a style.
 ///
-/// A style that is back at its defaults becomes none again, which is what most elements begin with. So a reverse is
-/// exact.
+/// A style that is back at its defaults becomes none again, which equals it and costs nothing.
 template<PropertyId id, class GetStyle, class SetMember>
 constexpr auto styleProperty(GetStyle getStyle, SetMember setMember)
 {
@@ -73,7 +57,10 @@ constexpr auto styleProperty(GetStyle getStyle, SetMember setMember)
             const auto reference = getStyle(target);
             DOM::SetToSharedStyleDetails::setToSharedStyleVariadicImpl(
                 reference._factory, reference._sharedStyle, [&](auto& style) { std::invoke(setMember, style, value); });
-            PropertyTableDetails::resetIfDefault(reference._sharedStyle);
+            if (DOM::isDefaultStyle(reference._sharedStyle))
+            {
+                reference._sharedStyle.reset();
+            }
         });
 }
 

@@ -12,18 +12,18 @@ namespace Zem::DOMCollaboration
 namespace
 {
 
-struct RunTarget
+struct RunInfo
 {
     const DOM::SharedObjectFactory& _factory;
     DOM::Run& _run;
 };
 
-constexpr auto getRunStyle = [](RunTarget& target) {
+constexpr auto getRunStyle = [](RunInfo& target) {
     return SharedStyleReference<DOM::RunStyle>{target._factory, target._run.getSharedStyle()};
 };
 
 /// Fails: `std::bad_cast` for a run that draws nothing.
-DOM::Frame& getFrame(RunTarget& target)
+DOM::Frame& getFrame(RunInfo& target)
 {
     return cast<DOM::DrawingRun>(target._run).getFrame();
 }
@@ -37,12 +37,12 @@ constexpr auto runProperties = std::make_tuple(
     styleProperty<PropertyId::HyperlinkId>(getRunStyle, &DOM::RunStyle::setHyperlink),
     styleProperty<PropertyId::CommentUUIDsId>(getRunStyle, [](DOM::RunStyle& style, const std::vector<UUID>& uuids)
                                               { style.getCommentUUIDs() = uuids; }),
-    property<PropertyId::ExtentId>([](RunTarget& target, const boost::optional<Size2D<float>>& extent)
+    property<PropertyId::ExtentId>([](RunInfo& target, const boost::optional<Size2D<float>>& extent)
                                    { getFrame(target).setExtent(extent); }),
-    property<PropertyId::AnchorId>([](RunTarget& target, const DOM::Anchor& anchor)
+    property<PropertyId::AnchorId>([](RunInfo& target, const DOM::Anchor& anchor)
                                    { getFrame(target).setAnchor(anchor); }));
 
-DOM::Run& getRun(DocumentAdapterWithNodeAdapter& dom, const DOM::NativeNodeAddress& address)
+RunInfo getRunInfo(DocumentAdapterWithNodeAdapter& dom, const DOM::NativeNodeAddress& address)
 {
     const auto adapter = ElementPathUtils::createDOMNodeAdapter(dom, address);
     DOM::Run* result = visitWith<DOM::Run*>(
@@ -50,7 +50,7 @@ DOM::Run& getRun(DocumentAdapterWithNodeAdapter& dom, const DOM::NativeNodeAddre
         [](GenericRunNodeAdapter<false>& run) -> DOM::Run* { return &run.getRun(); },
         [](auto&) -> DOM::Run* { return nullptr; });
     ZEM_ASSERT(result);
-    return *result;
+    return {dom.getSharedObjectFactory(), *result};
 }
 
 } // namespace
@@ -58,8 +58,8 @@ DOM::Run& getRun(DocumentAdapterWithNodeAdapter& dom, const DOM::NativeNodeAddre
 void RunOperationExecutor::apply(const DOM::NativeNodeAddress& address, unsigned long propertyId,
                                  const CollaborationEngine::DataValue& value)
 {
-    RunTarget target{getDomAdapter().getSharedObjectFactory(), getRun(getDomAdapter(), address)};
-    setProperty(runProperties, target, propertyId, value, "Unrecognized PropertyIdType");
+    RunInfo runInfo = getRunInfo(getDomAdapter(), address);
+    setProperty(runProperties, runInfo, propertyId, value, "Unrecognized PropertyIdType");
     derefPtr(lockObserver()).onRunPropsChanged(address, propertyId);
 }
 

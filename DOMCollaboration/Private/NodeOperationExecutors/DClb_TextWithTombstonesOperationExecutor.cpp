@@ -43,6 +43,7 @@ bool refuse(OperationUPtr& changedOp)
 /// Repairs the data of each range, and returns whether any range changed.
 bool fixBusinessLogicForInsertion(RangeInfos& ranges, const DOM::Blocks& blocks)
 {
+    findPlaces(ranges, blocks);
     bool isChanged = false;
     for (RangeInfo& range : ranges)
     {
@@ -68,6 +69,7 @@ bool fixBusinessLogicForInsertion(RangeInfos& ranges, const DOM::Blocks& blocks)
 template<class Judge>
 BusinessLogicValidationResult judgeRanges(RangeInfos& ranges, const DOM::Blocks& blocks, Judge judge)
 {
+    findPlaces(ranges, blocks);
     for (RangeInfo& range : ranges)
     {
         const TextSurroundings surroundings(blocks, range.getAnchor());
@@ -94,18 +96,6 @@ BusinessLogicValidationResult fixBusinessLogicForRestoring(RangeInfos& ranges, c
         ranges, blocks,
         [](const RangeInfo& range, const TextSurroundings& surroundings)
         { return TextBusinessRules::fixBusinessLogicForRestoring(range._data, range.getStartIndex(), surroundings); });
-}
-
-bool isInvalid(BusinessLogicValidationResult result)
-{
-    switch (result)
-    {
-    case BusinessLogicValidationResult::Valid:
-        return false;
-    case BusinessLogicValidationResult::Invalid:
-        return true;
-    }
-    ZEM_FAIL("Unexpected BusinessLogicValidationResult value");
 }
 
 /// The insertion that really happens, of the repaired ranges that have elements left; each of these is from now on
@@ -142,27 +132,16 @@ std::unique_ptr<MultirangeOf<InsertTag>> makeRepairedInsertion(const MultirangeO
     return repaired;
 }
 
-/// Brings the nested ranges of an insertion, each in the coordinates in which those after it aren't there yet, into the
-/// coordinates in which all are there (`add`), or back.
-void shiftNestedRanges(MultirangeOf<InsertTag>& operation, bool add)
+/// Takes the data of all ranges apart, so that data that can't be put in fails before anything is changed.
+std::vector<InsertionData> takeDataApart(const RangeInfos& ranges)
 {
-    unsigned long nextRangesTotal = 0;
-    auto& nestedOperations = operation.getNestedOperations();
-    for (auto nestedOperation = nestedOperations.rbegin(); nestedOperation != nestedOperations.rend();
-         ++nestedOperation)
+    std::vector<InsertionData> data;
+    data.reserve(ranges.size());
+    for (const RangeInfo& range : ranges)
     {
-        const unsigned long newBegin = nestedOperation->getRange().getBegin();
-        if (add)
-        {
-            nestedOperation->setBeginIndex(newBegin + nextRangesTotal);
-        }
-        else
-        {
-            ZEM_ASSERT(newBegin >= nextRangesTotal);
-            nestedOperation->setBeginIndex(newBegin - nextRangesTotal);
-        }
-        nextRangesTotal += nestedOperation->getRange().getCount();
+        data.push_back(takeApart(range._data));
     }
+    return data;
 }
 
 /// Keeps the nested ranges of an insertion in common coordinates for as long as it lives, also when it is left early.
@@ -273,7 +252,7 @@ bool TextWithTombstonesOperationExecutor::markDataAsRemoved(
 {
     TextWithTombstonesInfo info = getTextWithTombstonesInfo(getDomAdapter(), operation.getNodeAddress());
     RangeInfos ranges = makeRangesToEmpty(operation, getTombstones(info));
-    if (isInvalid(fixBusinessLogicForRemoving(ranges, getBlocks(info))))
+    if (TextBusinessRules::isInvalid(fixBusinessLogicForRemoving(ranges, getBlocks(info))))
     {
         return refuse(changedOp);
     }
@@ -293,7 +272,7 @@ bool TextWithTombstonesOperationExecutor::restoreData(
     }
     RangeInfos ranges = makeRangesToFill(operation, getTombstones(info));
     requireTombstones(ranges, getTombstones(info));
-    if (isInvalid(fixBusinessLogicForRestoring(ranges, getBlocks(info))))
+    if (TextBusinessRules::isInvalid(fixBusinessLogicForRestoring(ranges, getBlocks(info))))
     {
         return refuse(changedOp);
     }
@@ -305,13 +284,14 @@ void TextWithTombstonesOperationExecutor::applyInsertion(TextWithTombstonesInfo&
                                                          SlotsChange change)
 {
     const TextNotificationTarget target{info._nativeAddress, _observer};
+    std::vector<InsertionData> data = takeDataApart(ranges);
     GenericTextWithTombstonesWrapper<false> wrapper(info.getAdapter().getOrCreateTextWithTombstones(), target);
-    for (RangeInfo& range : ranges)
+    for (std::size_t index = 0; index < ranges.size(); ++index)
     {
-        if (range.getSize() > 0)
+        if (ranges[index].getSize() > 0)
         {
-            insertRange(wrapper.getBlocks(), range);
-            changeSlots(wrapper.getTombstones(), range, change);
+            insertElements(wrapper.getBlocks(), ranges[index], std::move(data[index]));
+            changeSlots(wrapper.getTombstones(), ranges[index], change);
         }
     }
 }
@@ -324,7 +304,7 @@ void TextWithTombstonesOperationExecutor::applyRemoval(TextWithTombstonesInfo& i
     for (RangeInfo& range : ranges)
     {
         changeSlots(wrapper.getTombstones(), range, change);
-        extractRange(wrapper.getBlocks(), range);
+        extractElements(wrapper.getBlocks(), range);
     }
 }
 

@@ -11,94 +11,101 @@ namespace PlaneWalk
 namespace
 {
 
-/// A walk forward: what is still to be passed, counted in elements from the one that it looks at next.
-class Walker
+// Each `fillPositionByPlaneIndex` looks for the element that stands `remaining` elements behind the first of a thing.
+// If it is one of the thing's, the descriptor says so; otherwise the thing's elements are passed, and it returns false.
+
+bool fillPositionByPlaneIndex(const DOM::Run& run, unsigned long& remaining, PlanePlace& descriptor)
 {
-public:
-    Walker(const DOM::Blocks& blocks, unsigned long blockIndex, unsigned long remaining)
-        : _blocks(blocks)
-        , _blockIndex(blockIndex)
-        , _remaining(remaining)
+    const unsigned long size = getSize(run);
+    if (remaining >= size)
     {
+        remaining -= size;
+        return false;
     }
-
-    /// Walks on from the beginning of the present block.
-    boost::optional<PlanePlace> walkBlocks()
+    if (remaining > 0)
     {
-        for (; _blockIndex < _blocks.size(); ++_blockIndex)
+        descriptor._kind = PlaceKind::Char;
+        descriptor._byteIndex = remaining - 1;
+        return true;
+    }
+    descriptor._kind = run.getKind() == DOM::RunKind::TextRun ? PlaceKind::TextRunTag : PlaceKind::AtomicRun;
+    return true;
+}
+
+/// The rest of a paragraph, from the run of the descriptor to the mark.
+bool fillPositionByPlaneIndex(const DOM::Paragraph& paragraph, unsigned long& remaining, PlanePlace& descriptor)
+{
+    const DOM::Runs& runs = paragraph.getRuns();
+    for (; descriptor._runIndex < runs.size(); ++descriptor._runIndex)
+    {
+        if (fillPositionByPlaneIndex(derefPtr(runs[descriptor._runIndex]), remaining, descriptor))
         {
-            const DOM::Block& block = derefPtr(_blocks[_blockIndex]);
-            if (_remaining == 0)
-            {
-                return makePlace(block.getKind() == DOM::BlockKind::Paragraph ? PlaceKind::ParaTag
-                                                                              : PlaceKind::AtomicBlock);
-            }
-            --_remaining;
-            if (block.getKind() != DOM::BlockKind::Paragraph)
-            {
-                continue;
-            }
-            if (const auto place = walkRuns(static_cast<const DOM::Paragraph&>(block), 0))
-            {
-                return place;
-            }
+            return true;
         }
-        return _remaining == 0 ? boost::make_optional(makePlace(PlaceKind::TextEnd)) : boost::none;
     }
-
-    /// Walks on from the tag of run `runIndex` of `paragraph`, over its mark, and then over the blocks that follow.
-    boost::optional<PlanePlace> walkOnFromRun(const DOM::Paragraph& paragraph, unsigned long runIndex)
+    if (remaining > 0)
     {
-        if (const auto place = walkRuns(paragraph, runIndex))
-        {
-            return place;
-        }
-        ++_blockIndex;
-        return walkBlocks();
+        --remaining;
+        return false;
     }
+    descriptor._kind = PlaceKind::ParaMark;
+    return true;
+}
 
-private:
-    PlanePlace makePlace(PlaceKind kind, unsigned long runIndex = 0, unsigned long byteIndex = 0) const
+bool fillPositionByPlaneIndex(const DOM::Block& block, unsigned long& remaining, PlanePlace& descriptor)
+{
+    const bool isParagraph = block.getKind() == DOM::BlockKind::Paragraph;
+    if (remaining == 0)
     {
-        return PlanePlace{kind, _blockIndex, runIndex, byteIndex};
+        descriptor._kind = isParagraph ? PlaceKind::ParaTag : PlaceKind::AtomicBlock;
+        return true;
     }
+    --remaining;
+    descriptor._runIndex = 0;
+    return isParagraph && fillPositionByPlaneIndex(static_cast<const DOM::Paragraph&>(block), remaining, descriptor);
+}
 
-    /// The rest of a paragraph behind its tag; empty when the place lies behind its mark.
-    boost::optional<PlanePlace> walkRuns(const DOM::Paragraph& paragraph, unsigned long runIndex)
+/// From the beginning of the block of the descriptor on.
+boost::optional<PlanePlace> walkBlocks(const DOM::Blocks& blocks, unsigned long blockIndex, unsigned long remaining)
+{
+    for (; blockIndex < blocks.size(); ++blockIndex)
     {
-        const DOM::Runs& runs = paragraph.getRuns();
-        for (; runIndex < runs.size(); ++runIndex)
+        PlanePlace descriptor;
+        descriptor._blockIndex = blockIndex;
+        if (fillPositionByPlaneIndex(derefPtr(blocks[blockIndex]), remaining, descriptor))
         {
-            const DOM::Run& run = derefPtr(runs[runIndex]);
-            const unsigned long size = getSize(run);
-            if (_remaining < size)
-            {
-                return makePlaceInRun(run, runIndex);
-            }
-            _remaining -= size;
+            return descriptor;
         }
-        if (_remaining == 0)
-        {
-            return makePlace(PlaceKind::ParaMark, runs.size());
-        }
-        --_remaining;
-        return boost::none;
     }
+    return remaining == 0 ? boost::make_optional(PlanePlace{PlaceKind::TextEnd, blockIndex, 0, 0}) : boost::none;
+}
 
-    PlanePlace makePlaceInRun(const DOM::Run& run, unsigned long runIndex) const
+/// The place in front of a run, or of the mark for the number of runs as `runIndex`.
+PlanePlace getPlaceBeforeRun(const DOM::Blocks& blocks, unsigned long blockIndex, unsigned long runIndex)
+{
+    if (runIndex == 0)
     {
-        if (_remaining > 0)
-        {
-            return makePlace(PlaceKind::Char, runIndex, _remaining - 1);
-        }
-        return makePlace(run.getKind() == DOM::RunKind::TextRun ? PlaceKind::TextRunTag : PlaceKind::AtomicRun,
-                         runIndex);
+        return PlanePlace{PlaceKind::ParaTag, blockIndex, 0, 0};
     }
+    const auto& paragraph = static_cast<const DOM::Paragraph&>(derefPtr(blocks[blockIndex]));
+    PlanePlace place{PlaceKind::TextEnd, blockIndex, runIndex - 1, 0};
+    const DOM::Run& previous = derefPtr(paragraph.getRuns()[place._runIndex]);
+    unsigned long fromTagToLast = getSize(previous) - 1;
+    fillPositionByPlaneIndex(previous, fromTagToLast, place);
+    return place;
+}
 
-    const DOM::Blocks& _blocks;
-    unsigned long _blockIndex;
-    unsigned long _remaining;
-};
+PlanePlace getPlaceBeforeBlock(const DOM::Blocks& blocks, unsigned long blockIndex)
+{
+    ZEM_ASSERT(blockIndex > 0);
+    const DOM::Block& previous = derefPtr(blocks[blockIndex - 1]);
+    if (previous.getKind() != DOM::BlockKind::Paragraph)
+    {
+        return PlanePlace{PlaceKind::AtomicBlock, blockIndex - 1, 0, 0};
+    }
+    const unsigned long runsCount = static_cast<const DOM::Paragraph&>(previous).getRuns().size();
+    return PlanePlace{PlaceKind::ParaMark, blockIndex - 1, runsCount, 0};
+}
 
 } // namespace
 
@@ -118,7 +125,7 @@ unsigned long getSize(const DOM::Block& block)
 
 boost::optional<PlanePlace> find(const DOM::Blocks& blocks, IndexExcludingTombstones index)
 {
-    return Walker(blocks, 0, index.get()).walkBlocks();
+    return walkBlocks(blocks, 0, index.get());
 }
 
 boost::optional<PlanePlace> findFrom(const DOM::Blocks& blocks, const PlanePlace& from, unsigned long distance)
@@ -128,7 +135,7 @@ boost::optional<PlanePlace> findFrom(const DOM::Blocks& blocks, const PlanePlace
     case PlaceKind::TextEnd:
     case PlaceKind::AtomicBlock:
     case PlaceKind::ParaTag:
-        return Walker(blocks, from._blockIndex, distance).walkBlocks();
+        return walkBlocks(blocks, from._blockIndex, distance);
     case PlaceKind::ParaMark:
     case PlaceKind::AtomicRun:
     case PlaceKind::TextRunTag:
@@ -137,61 +144,82 @@ boost::optional<PlanePlace> findFrom(const DOM::Blocks& blocks, const PlanePlace
     default:
         ZEM_FAIL("Invalid enum value");
     }
-    const auto& paragraph = static_cast<const DOM::Paragraph&>(*blocks[from._blockIndex]);
-    const unsigned long distanceFromTag = from._kind == PlaceKind::Char ? distance + from._byteIndex + 1 : distance;
-    return Walker(blocks, from._blockIndex, distanceFromTag).walkOnFromRun(paragraph, from._runIndex);
+    const auto& paragraph = static_cast<const DOM::Paragraph&>(derefPtr(blocks[from._blockIndex]));
+    unsigned long remaining = from._kind == PlaceKind::Char ? distance + from._byteIndex + 1 : distance;
+    PlanePlace descriptor{from._kind, from._blockIndex, from._runIndex, 0};
+    return fillPositionByPlaneIndex(paragraph, remaining, descriptor)
+               ? boost::make_optional(descriptor)
+               : walkBlocks(blocks, from._blockIndex + 1, remaining);
 }
 
-PlanePlace getPlaceBeforeBlock(const DOM::Blocks& blocks, unsigned long blockIndex)
+PlanePlace getPlaceBefore(const DOM::Blocks& blocks, const PlanePlace& place)
 {
-    const unsigned long previousIndex = blockIndex - 1;
-    ZEM_ASSERT(previousIndex < blocks.size());
-    const DOM::Block& previous = derefPtr(blocks[previousIndex]);
-    if (previous.getKind() != DOM::BlockKind::Paragraph)
+    switch (place._kind)
     {
-        return PlanePlace{PlaceKind::AtomicBlock, previousIndex, 0, 0};
+    case PlaceKind::TextEnd:
+    case PlaceKind::AtomicBlock:
+    case PlaceKind::ParaTag:
+        return getPlaceBeforeBlock(blocks, place._blockIndex);
+    case PlaceKind::ParaMark:
+    case PlaceKind::AtomicRun:
+    case PlaceKind::TextRunTag:
+        return getPlaceBeforeRun(blocks, place._blockIndex, place._runIndex);
+    case PlaceKind::Char:
+        return place._byteIndex == 0
+                   ? PlanePlace{PlaceKind::TextRunTag, place._blockIndex, place._runIndex, 0}
+                   : PlanePlace{PlaceKind::Char, place._blockIndex, place._runIndex, place._byteIndex - 1};
     }
-    const unsigned long runsCount = static_cast<const DOM::Paragraph&>(previous).getRuns().size();
-    return PlanePlace{PlaceKind::ParaMark, previousIndex, runsCount, 0};
-}
-
-PlanePlace getPlaceBeforeRun(const DOM::Blocks& blocks, unsigned long blockIndex, unsigned long runIndex)
-{
-    if (runIndex == 0)
-    {
-        return PlanePlace{PlaceKind::ParaTag, blockIndex, 0, 0};
-    }
-    const auto& paragraph = static_cast<const DOM::Paragraph&>(*blocks[blockIndex]);
-    const unsigned long previousIndex = runIndex - 1;
-    const DOM::Run& previous = derefPtr(paragraph.getRuns()[previousIndex]);
-    const unsigned long size = getSize(previous);
-    if (size > 1)
-    {
-        return PlanePlace{PlaceKind::Char, blockIndex, previousIndex, size - 2};
-    }
-    const bool isText = previous.getKind() == DOM::RunKind::TextRun;
-    return PlanePlace{isText ? PlaceKind::TextRunTag : PlaceKind::AtomicRun, blockIndex, previousIndex, 0};
+    ZEM_FAIL("Invalid enum value");
 }
 
 } // namespace PlaneWalk
 
+namespace
+{
+
+PlanePlace requirePlace(const boost::optional<PlanePlace>& place)
+{
+    ZEM_ASSERT_MESSAGE(place, "Unexpected type in the source variant");
+    return *place;
+}
+
+} // namespace
+
 PlanePlace PlaneAnchor::find(const DOM::Blocks& blocks, IndexExcludingTombstones index)
 {
-    const auto requirePlace = [](const boost::optional<PlanePlace>& place)
-    {
-        ZEM_ASSERT_MESSAGE(place, "Unexpected type in the source variant");
-        return *place;
-    };
     if (_index.get() == 0 || index < _index - 1)
     {
         return requirePlace(PlaneWalk::find(blocks, index));
     }
-    const IndexExcludingTombstones indexBefore = _index - 1;
-    if (!_placeBefore)
+    settle(blocks);
+    return requirePlace(PlaneWalk::findFrom(blocks, *_placeBefore, (index - (_index - 1)).get()));
+}
+
+void PlaneAnchor::settleBehind(const DOM::Blocks& blocks, PlaneAnchor& other)
+{
+    ZEM_ASSERT(other._index <= _index);
+    other.settle(blocks);
+    if (other._placeBefore)
     {
-        _placeBefore = requirePlace(PlaneWalk::find(blocks, indexBefore));
+        _placeBefore = requirePlace(PlaneWalk::findFrom(blocks, *other._placeBefore, (_index - other._index).get()));
     }
-    return requirePlace(PlaneWalk::findFrom(blocks, *_placeBefore, (index - indexBefore).get()));
+}
+
+void PlaneAnchor::stepBack(const DOM::Blocks& blocks)
+{
+    ZEM_ASSERT(_index.get() > 0);
+    --_index;
+    _placeBefore = _placeBefore && _index.get() > 0
+                       ? boost::make_optional(PlaneWalk::getPlaceBefore(blocks, *_placeBefore))
+                       : boost::none;
+}
+
+void PlaneAnchor::settle(const DOM::Blocks& blocks)
+{
+    if (!_placeBefore && _index.get() > 0)
+    {
+        _placeBefore = requirePlace(PlaneWalk::find(blocks, _index - 1));
+    }
 }
 
 } // namespace Zem::DOMCollaboration

@@ -19,27 +19,27 @@ const T& derefOpt(const boost::optional<T>& opt)
 template<bool isConst>
 struct DOMParts
 {
-    using Blocks = WrapperDetails::ConstIf<isConst, DOM::Blocks>;
+    using Blocks = ConstIf<isConst, DOM::Blocks>;
     using Traits = DOMTraits;
 
     auto& getBlock(unsigned long blockIndex) const
     {
-        return static_cast<WrapperDetails::ConstIf<isConst, DOM::Block>&>(*_blocks[blockIndex]);
+        return static_cast<ConstIf<isConst, DOM::Block>&>(*_blocks[blockIndex]);
     }
 
     auto& getParagraph(unsigned long blockIndex) const
     {
-        return static_cast<WrapperDetails::ConstIf<isConst, DOM::Paragraph>&>(getBlock(blockIndex));
+        return static_cast<ConstIf<isConst, DOM::Paragraph>&>(getBlock(blockIndex));
     }
 
     auto& getRun(unsigned long blockIndex, unsigned long runIndex) const
     {
-        return static_cast<WrapperDetails::ConstIf<isConst, DOM::Run>&>(*getParagraph(blockIndex).getRuns()[runIndex]);
+        return static_cast<ConstIf<isConst, DOM::Run>&>(*getParagraph(blockIndex).getRuns()[runIndex]);
     }
 
     auto& getTextRun(unsigned long blockIndex, unsigned long runIndex) const
     {
-        return static_cast<WrapperDetails::ConstIf<isConst, DOM::TextRun>&>(getRun(blockIndex, runIndex));
+        return static_cast<ConstIf<isConst, DOM::TextRun>&>(getRun(blockIndex, runIndex));
     }
 
     Blocks& _blocks;

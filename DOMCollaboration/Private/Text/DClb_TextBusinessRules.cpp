@@ -143,6 +143,11 @@ ElementType TextSurroundings::getElementTypeBefore(IndexExcludingTombstones inde
     return index.get() == 0 ? ElementType::TextBegin : getElementType(index - 1);
 }
 
+void TextSurroundings::stepBack() const
+{
+    _anchor.stepBack(_blocks);
+}
+
 ElementType getElementType(const TextWithTombstonesElement& element)
 {
     return boost::apply_visitor(Overloads{[](const ParagraphMark&) { return ElementType::ParaMark; },
@@ -189,6 +194,18 @@ ElementType getElementType(PlaceKind kind)
     ZEM_FAIL("Invalid enum value");
 }
 
+bool isInvalid(BusinessLogicValidationResult result)
+{
+    switch (result)
+    {
+    case BusinessLogicValidationResult::Valid:
+        return false;
+    case BusinessLogicValidationResult::Invalid:
+        return true;
+    }
+    ZEM_FAIL("Unexpected BusinessLogicValidationResult value");
+}
+
 bool processElement(ElementType prev, ElementType next, CallableRef<void(TextWithTombstonesElement)> add,
                     CallableRef<void()> remove)
 {
@@ -221,13 +238,14 @@ bool processElement(ElementType prev, ElementType next, CallableRef<void(TextWit
 bool fixBusinessLogicForInsertion(TextWithTombstonesElementVector& elements, IndexExcludingTombstones& startIndex,
                                   const TextSurroundings& surroundings)
 {
-    ZEM_ASSERT(!elements.empty());
+    ZEM_ASSERT_MESSAGE(!elements.empty(), "!_data.empty()");
     bool isChanged = false;
     ElementType prev = surroundings.getElementTypeBefore(startIndex);
     if (prev == ElementType::TextRunTag && !isByte(elements.front()))
     {
         // The insertion would part the tag of a text run from the run's first byte.
         --startIndex;
+        surroundings.stepBack();
         prev = surroundings.getElementTypeBefore(startIndex);
         isChanged = true;
     }

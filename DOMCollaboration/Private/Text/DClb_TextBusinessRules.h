@@ -37,6 +37,9 @@ enum class BusinessLogicValidationResult : unsigned char
     Invalid = 1
 };
 
+/// Fails: "Unexpected BusinessLogicValidationResult value" for a value outside the enumeration.
+bool isInvalid(BusinessLogicValidationResult result);
+
 /// The text around one place: what the rules are told of the document.
 class TextSurroundings
 {
@@ -54,6 +57,9 @@ public:
     /// What stands in front of a plane index: `TextBegin` in front of the first element.
     ElementType getElementTypeBefore(IndexExcludingTombstones index) const;
 
+    /// The place that is looked around from moves back by one.
+    void stepBack() const;
+
 private:
     const DOM::Blocks& _blocks;
     PlaneAnchor& _anchor;
@@ -70,7 +76,8 @@ bool processElement(ElementType prev, ElementType next, CallableRef<void(TextWit
 
 /// Repairs the elements of an insertion at `startIndex`, which moves back by one if they would come between the tag of
 /// a text run and its first byte. Returns whether anything changed; no element may be left.
-/// Requires: `elements` isn't empty ("!elements.empty()").
+/// Fails: "!_data.empty()" without elements; "It's not supposed to remove element before insertion position" for a text
+/// with a run that has no text.
 bool fixBusinessLogicForInsertion(TextWithTombstonesElementVector& elements, IndexExcludingTombstones& startIndex,
                                   const TextSurroundings& surroundings);
 

@@ -1,7 +1,6 @@
-// Putting flat elements into the tree of a text:
-//   1. the data is taken apart into bytes, runs and blocks;
-//   2. what stands behind the start index in its paragraph or run moves to the end of the data;
-//   3. bytes, runs and blocks go in behind the element in front of the start index.
+// Putting flat elements, taken apart into bytes, runs and blocks, into the tree of a text:
+//   1. what stands behind the start index in its paragraph or run moves to the end of the data;
+//   2. bytes, runs and blocks go in behind the element in front of the start index.
 
 #include "PlaneIndexUtils/DClb_TextWithTombstonesPositionUtils.h"
 #include "Text/DClb_TextEditing.h"
@@ -23,112 +22,6 @@ namespace Zem::DOMCollaboration
 
 namespace
 {
-
-/// The elements of an insertion as parts of the tree: bytes for the run in front of it, runs for the paragraph in front
-/// of it, and blocks.
-struct InsertionData
-{
-    std::string beginString;
-    DOM::Runs beginRuns;
-    DOM::Blocks blocks;
-};
-
-/// Builds runs and blocks from elements, each put where the elements in front of it opened a paragraph or a run.
-class TreeBuilder
-{
-public:
-    explicit TreeBuilder(DOM::Paragraph* openParagraph)
-        : _currentPara(openParagraph)
-    {
-    }
-
-    void operator()(const ParagraphMark&)
-    {
-        _currentPara = nullptr;
-        closeRun();
-    }
-
-    void operator()(const SharedConstPtr<DOM::Block>& element)
-    {
-        closeRun();
-        _blocks.push_back(cloneToUnique<DOM::Block>(derefPtr(element)));
-        DOM::Block& block = *_blocks.back();
-        _currentPara = block.getKind() == DOM::BlockKind::Paragraph ? &static_cast<DOM::Paragraph&>(block) : nullptr;
-    }
-
-    void operator()(const SharedConstPtr<DOM::Run>& element)
-    {
-        const auto* currentPara = _currentPara;
-        ZEM_ASSERT(currentPara);
-        closeRun();
-        DOM::Runs& runs = _currentPara->getRuns();
-        runs.push_back(cloneToUnique<DOM::Run>(derefPtr(element)));
-        DOM::Run& run = *runs.back();
-        _currentRun = run.getKind() == DOM::RunKind::TextRun ? &static_cast<DOM::TextRun&>(run) : nullptr;
-    }
-
-    void operator()(short element)
-    {
-        derefPtr(_currentRun);
-        _currentText.push_back(byteCast(element));
-    }
-
-    DOM::Blocks takeBlocks()
-    {
-        closeRun();
-        return std::move(_blocks);
-    }
-
-    void closeRun()
-    {
-        if (_currentRun && !_currentText.empty())
-        {
-            _currentRun->setText(_currentRun->getText() + _currentText);
-        }
-        _currentText.clear();
-        _currentRun = nullptr;
-    }
-
-private:
-    DOM::Paragraph* _currentPara;
-    DOM::TextRun* _currentRun = nullptr;
-    /// The bytes that follow the tag of the current run; they go into it in one piece.
-    std::string _currentText;
-    DOM::Blocks _blocks;
-};
-
-bool isByte(const TextWithTombstonesElement& element)
-{
-    return boost::get<short>(&element) != nullptr;
-}
-
-bool isBlock(const TextWithTombstonesElement& element)
-{
-    return boost::get<SharedConstPtr<DOM::Block>>(&element) != nullptr;
-}
-
-InsertionData takeApart(const TextWithTombstonesElementVector& elements)
-{
-    InsertionData data;
-    const auto firstNoByte = std::find_if_not(elements.begin(), elements.end(), isByte);
-    data.beginString.reserve(static_cast<std::size_t>(firstNoByte - elements.begin()));
-    for (auto element = elements.begin(); element != firstNoByte; ++element)
-    {
-        data.beginString.push_back(byteCast(boost::get<short>(*element)));
-    }
-    const auto firstBlock = std::find_if(firstNoByte, elements.end(), isBlock);
-
-    DOM::Paragraph scratch;
-    TreeBuilder runsBuilder(&scratch);
-    std::for_each(firstNoByte, firstBlock, boost::apply_visitor(runsBuilder));
-    runsBuilder.closeRun();
-    data.beginRuns = std::move(scratch.getRuns());
-
-    TreeBuilder blocksBuilder(nullptr);
-    std::for_each(firstBlock, elements.end(), boost::apply_visitor(blocksBuilder));
-    data.blocks = blocksBuilder.takeBlocks();
-    return data;
-}
 
 /// Moves the runs of a paragraph from `runIndex` on behind those of `receiver`, which isn't in the document yet.
 void moveRuns(const GenericParagraphWrapper<false>& paragraph, unsigned long runIndex, DOM::Paragraph& receiver)
@@ -180,7 +73,9 @@ public:
             moveRunsIfBlocksCome(position._paragraph, position._runIndex);
             return;
         }
-        // The bytes in front of the tail, or those that the data brings in front of it, stay in the run.
+        // The bytes in front of the tail stay in the run; so do those that the data brings in front of it, when the
+        // start index lies between the run's tag and its first byte. Were the run to move whole then, its tag would
+        // come behind these bytes, and they would be left without a run.
         moveBytes(position._textRun, position._byteIndex, getReceivingRun());
         moveRunsIfBlocksCome(position._paragraph, position._runIndex + 1);
     }
@@ -205,9 +100,9 @@ private:
         {
             return *_data.beginRuns.back();
         }
-        auto& lastParagraph = _lastParagraph;
-        ZEM_ASSERT(!lastParagraph.get().get().getRuns().empty());
-        return *lastParagraph.get().get().getRuns().back();
+        const DOM::Runs& lastRuns = _lastParagraph.get().get().getRuns();
+        ZEM_ASSERT_MESSAGE(!lastRuns.empty(), "!lastParagraph.get().getRuns().empty()");
+        return *lastRuns.back();
     }
 
     InsertionData& _data;
@@ -235,10 +130,8 @@ void insertBehind(const GenericBlockCollectionWrapper<false>& blocks, const Plan
 
 } // namespace
 
-void insertRange(const GenericBlockCollectionWrapper<false>& blocks, RangeInfo& range)
+void insertElements(const GenericBlockCollectionWrapper<false>& blocks, RangeInfo& range, InsertionData data)
 {
-    ZEM_ASSERT_MESSAGE(!range._data.empty(), "!_data.empty()");
-    InsertionData data = takeApart(range._data);
     const IndexExcludingTombstones startIndex = range.getStartIndex();
     const PlanePlace place = range.getAnchor().find(blocks.getBlocks(), startIndex);
     if (startIndex.get() == 0)

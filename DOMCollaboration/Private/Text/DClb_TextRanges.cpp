@@ -6,6 +6,7 @@
 #include "Util_Cast.h"
 
 #include <iterator>
+#include <limits>
 
 namespace Zem::DOMCollaboration
 {
@@ -17,31 +18,56 @@ using CollaborationUtils::TombstonesStorage;
 namespace
 {
 
-/// Requires that the nested operations stand from high to low and don't overlap; insertions may share a gap.
+/// Requires that the nested operations stand from high to low and don't overlap; those of an insertion that is still to
+/// be made (`canShareGap`) may share a gap.
 template<class Operation>
-void requireDescendingOrder(const std::vector<Operation>& nestedOperations)
+void requireDescendingOrder(const std::vector<Operation>& nestedOperations, bool canShareGap)
 {
     for (std::size_t index = 1; index < nestedOperations.size(); ++index)
     {
         const IndexRange<unsigned long>& higher = nestedOperations[index - 1].getRange();
         const IndexRange<unsigned long>& lower = nestedOperations[index].getRange();
-        const bool isInsertion = std::is_same_v<Operation, ListModificationOperation<InsertTag>>;
         const bool isDescending =
-            isInsertion ? lower.getBegin() <= higher.getBegin() : lower.getEnd() <= higher.getBegin();
+            canShareGap ? lower.getBegin() <= higher.getBegin() : lower.getEnd() <= higher.getBegin();
         ZEM_ASSERT(isDescending);
     }
 }
 
-/// Adds a range that lies in front of all those that are there, joined with the last of them where they meet.
+/// Joins neighbours that `meet` each other. Cost: linear.
 template<class Meet>
-void addRange(RangeInfos& ranges, RangeInfo range, Meet meet)
+RangeInfos mergeRanges(RangeInfos ranges, Meet meet)
 {
-    if (!ranges.empty() && meet(ranges.back(), range))
+    RangeInfos merged;
+    for (auto highest = ranges.begin(); highest != ranges.end();)
     {
-        ranges.back().joinWithLower(std::move(range));
-        return;
+        auto lowest = highest;
+        while (std::next(lowest) != ranges.end() && meet(*lowest, *std::next(lowest)))
+        {
+            ++lowest;
+        }
+        RangeInfo joined = std::move(*lowest);
+        for (auto higher = lowest; higher != highest;)
+        {
+            joined.append(std::move(*--higher));
+        }
+        merged.push_back(std::move(joined));
+        highest = std::next(lowest);
     }
-    ranges.push_back(std::move(range));
+    return merged;
+}
+
+/// Requires that each range, moved behind all the places that those after it take up, still has indices.
+void requireCountable(const std::vector<ListModificationOperation<InsertTag>>& nestedOperations)
+{
+    unsigned long nextRangesTotal = 0;
+    for (auto nestedOperation = nestedOperations.rbegin(); nestedOperation != nestedOperations.rend();
+         ++nestedOperation)
+    {
+        const IndexRange<unsigned long>& range = nestedOperation->getRange();
+        const bool isCountable = range.getEnd() <= std::numeric_limits<unsigned long>::max() - nextRangesTotal;
+        ZEM_ASSERT(isCountable);
+        nextRangesTotal += range.getCount();
+    }
 }
 
 /// Requires that all slots of the range are live, and gives the plane index of the first.
@@ -75,19 +101,19 @@ TextWithTombstonesElementVector takeLast(TextWithTombstonesElementVector& textEl
 
 } // namespace
 
-void RangeInfo::joinWithLower(RangeInfo&& lower)
+void RangeInfo::append(RangeInfo&& higher)
 {
-    setStartIndex(lower._startIndex);
-    _size += lower._size;
-    lower._data.insert(lower._data.end(), std::make_move_iterator(_data.begin()), std::make_move_iterator(_data.end()));
-    _data = std::move(lower._data);
-    _operations.insert(_operations.begin(), lower._operations.begin(), lower._operations.end());
+    _size += higher._size;
+    _data.insert(_data.end(), std::make_move_iterator(higher._data.begin()),
+                 std::make_move_iterator(higher._data.end()));
+    _operations.insert(_operations.end(), higher._operations.begin(), higher._operations.end());
 }
 
 template<class Operation>
 RangeInfos makeRangesToFill(ListMultirangeOperationImpl<Operation>& operation, const TombstonesStorage& tombstones)
 {
-    requireDescendingOrder(operation.getNestedOperations());
+    requireDescendingOrder(operation.getNestedOperations(),
+                           std::is_same_v<Operation, ListModificationOperation<InsertTag>>);
     RangeInfos ranges;
     for (Operation& nestedOperation : operation.getNestedOperations())
     {
@@ -96,27 +122,57 @@ RangeInfos makeRangesToFill(ListMultirangeOperationImpl<Operation>& operation, c
         RangeInfo range(tombstones.getIndexToInsertTo(IndexIncludingTombstones(nestedOperation.getRange().getBegin())),
                         elements.size(), nestedOperation);
         range._data = elements;
-        addRange(ranges, std::move(range),
-                 [](const RangeInfo& higher, const RangeInfo& lower)
-                 { return higher.getStartIndex() == lower.getStartIndex(); });
+        ranges.push_back(std::move(range));
     }
-    return ranges;
+    return mergeRanges(std::move(ranges), [](const RangeInfo& higher, const RangeInfo& lower)
+                       { return higher.getStartIndex() == lower.getStartIndex(); });
 }
 
 template<class Operation>
 RangeInfos makeRangesToEmpty(ListMultirangeOperationImpl<Operation>& operation, const TombstonesStorage& tombstones)
 {
-    requireDescendingOrder(operation.getNestedOperations());
+    requireDescendingOrder(operation.getNestedOperations(), false);
     RangeInfos ranges;
     for (Operation& nestedOperation : operation.getNestedOperations())
     {
-        RangeInfo range(requireLive(tombstones, nestedOperation.getRange()), nestedOperation.getRange().getCount(),
-                        nestedOperation);
-        addRange(ranges, std::move(range),
-                 [](const RangeInfo& higher, const RangeInfo& lower)
-                 { return lower.getEndIndex() == higher.getStartIndex(); });
+        ranges.emplace_back(requireLive(tombstones, nestedOperation.getRange()), nestedOperation.getRange().getCount(),
+                            nestedOperation);
     }
-    return ranges;
+    return mergeRanges(std::move(ranges), [](const RangeInfo& higher, const RangeInfo& lower)
+                       { return lower.getEndIndex() == higher.getStartIndex(); });
+}
+
+void findPlaces(RangeInfos& ranges, const DOM::Blocks& blocks)
+{
+    for (std::size_t lower = ranges.size(); lower-- > 1;)
+    {
+        ranges[lower - 1].getAnchor().settleBehind(blocks, ranges[lower].getAnchor());
+    }
+}
+
+void shiftNestedRanges(ListMultirangeOperationImpl<ListModificationOperation<InsertTag>>& operation, bool add)
+{
+    if (add)
+    {
+        requireCountable(operation.getNestedOperations());
+    }
+    unsigned long nextRangesTotal = 0;
+    auto& nestedOperations = operation.getNestedOperations();
+    for (auto nestedOperation = nestedOperations.rbegin(); nestedOperation != nestedOperations.rend();
+         ++nestedOperation)
+    {
+        const unsigned long newBegin = nestedOperation->getRange().getBegin();
+        if (add)
+        {
+            nestedOperation->setBeginIndex(newBegin + nextRangesTotal);
+        }
+        else
+        {
+            ZEM_ASSERT(newBegin >= nextRangesTotal);
+            nestedOperation->setBeginIndex(newBegin - nextRangesTotal);
+        }
+        nextRangesTotal += nestedOperation->getRange().getCount();
+    }
 }
 
 void requireTombstones(const RangeInfos& ranges, const TombstonesStorage& tombstones)
@@ -138,7 +194,8 @@ void requireTombstones(const RangeInfos& ranges, const TombstonesStorage& tombst
 void changeSlots(TombstonesStorage& tombstones, const RangeInfo& range, SlotsChange change)
 {
     // From the highest to the lowest, so that the places of the lower ones hold: insertions and removals of slots move
-    // those behind them.
+    // those behind them. An insertion gives each operation the slots that it names, in the coordinates in which those
+    // in front of it aren't there yet; the other way round, the slots of the higher ones would be off by the lower.
     const RangeInfo::Operations& operations = range.getOperations();
     for (auto operation = operations.rbegin(); operation != operations.rend(); ++operation)
     {

@@ -43,9 +43,9 @@ public:
     void setStartIndex(IndexExcludingTombstones startIndex)
     {
         _startIndex = startIndex;
-        _anchor = PlaneAnchor(startIndex);
     }
 
+    /// The anchor of the start index.
     PlaneAnchor& getAnchor()
     {
         return _anchor;
@@ -73,8 +73,8 @@ public:
         _operations.assign(1, &operation);
     }
 
-    /// Joins with a range that lies in front of this one: its place, and its data and operations first.
-    void joinWithLower(RangeInfo&& lower);
+    /// Joins with the range that lies next behind this one.
+    void append(RangeInfo&& higher);
 
     /// The elements to put in, or those taken out.
     TextWithTombstonesElementVector _data;
@@ -86,12 +86,13 @@ private:
     Operations _operations;
 };
 
-/// The ranges of one operation, from the highest to the lowest.
+/// The ranges of one operation, from the highest to the lowest. So the elements in front of a range stay where they are
+/// while those behind it are put in or taken out.
 using RangeInfos = boost::container::small_vector<RangeInfo, 1>;
 
 /// The ranges that an insertion or a restoring fills, each where the live element behind its slots stands.
 /// Fails: "Index is outside range" when an operation has not as many elements as slots; "isDescending" when the nested
-/// operations don't stand from high to low.
+/// operations don't stand from high to low; "plainPtr" and `std::bad_cast` for missing or foreign data.
 template<class Operation>
 RangeInfos makeRangesToFill(CollaborationEngine::ListMultirangeOperationImpl<Operation>& operation,
                             const CollaborationUtils::TombstonesStorage& tombstones);
@@ -100,6 +101,17 @@ RangeInfos makeRangesToFill(CollaborationEngine::ListMultirangeOperationImpl<Ope
 template<class Operation>
 RangeInfos makeRangesToEmpty(CollaborationEngine::ListMultirangeOperationImpl<Operation>& operation,
                              const CollaborationUtils::TombstonesStorage& tombstones);
+
+/// Finds the places of all ranges in one walk over the text.
+/// Fails: "Unexpected type in the source variant" for a range beyond its end.
+void findPlaces(RangeInfos& ranges, const DOM::Blocks& blocks);
+
+/// Brings the nested ranges of an insertion, each in the coordinates in which those after it aren't there yet, into the
+/// coordinates in which all are there (`add`), or back. Fails: "isCountable" when an index would become too high to be
+/// counted, and "newBegin >= nextRangesTotal" when one would become negative; the former before anything is changed.
+void shiftNestedRanges(CollaborationEngine::ListMultirangeOperationImpl<
+                           CollaborationEngine::ListModificationOperation<CollaborationEngine::InsertTag>>& operation,
+                       bool add);
 
 /// Requires that all slots of a restoring are dead. Fails: "isTombstone".
 void requireTombstones(const RangeInfos& ranges, const CollaborationUtils::TombstonesStorage& tombstones);

@@ -16,14 +16,20 @@ namespace Zem::DOMCollaboration
 namespace
 {
 
+/// From this many blocks on they go together.
+constexpr unsigned long manyBlocks = 64;
+
+/// Blocks go one by one, as the rest does, so that the observer is told of each. Each moves all blocks behind it; where
+/// many go, their elements are taken first, and then they go in one step, of which the observer is told once.
 class ElementsExtractor
 {
 public:
     ElementsExtractor(const GenericBlockCollectionWrapper<false>& blocks, IndexExcludingTombstones beginIndex,
-                      IndexExcludingTombstones endIndex)
+                      IndexExcludingTombstones endIndex, bool takesBlocksTogether)
         : _blocks(blocks)
         , _remaining((endIndex - beginIndex).get())
         , _isAtTextBegin(beginIndex.get() == 0)
+        , _takesBlocksTogether(takesBlocksTogether)
     {
         _extracted.reserve(_remaining);
     }
@@ -36,6 +42,7 @@ public:
         {
             extractAtPlace();
         }
+        takeEmptiedBlocks();
         mergeRest();
         std::reverse(_extracted.begin(), _extracted.end());
         return std::move(_extracted);
@@ -66,10 +73,30 @@ private:
 
     void extractBlock()
     {
-        DOM::Blocks removed = _blocks.removeElements(makeSingle(_place._blockIndex));
-        _extracted.push_back(SharedConstPtr<DOM::Block>(std::move(removed.front())));
+        _emptiedBlocks.push_back(_extracted.size());
+        _extracted.push_back(SharedConstPtr<DOM::Block>());
+        _firstEmptiedBlock = _place._blockIndex;
+        if (!_takesBlocksTogether)
+        {
+            takeEmptiedBlocks();
+        }
         --_remaining;
-        moveBeforeBlock();
+        moveBack();
+    }
+
+    /// Takes the blocks out whose elements have been taken.
+    void takeEmptiedBlocks()
+    {
+        if (_emptiedBlocks.empty())
+        {
+            return;
+        }
+        const auto range = IndexRange<unsigned long>::fromCount(_firstEmptiedBlock, _emptiedBlocks.size());
+        for (std::unique_ptr<DOM::Block>& block : _blocks.removeElements(range))
+        {
+            _extracted[_emptiedBlocks.back()] = SharedConstPtr<DOM::Block>(std::move(block));
+            _emptiedBlocks.pop_back();
+        }
     }
 
     void extractParagraph()
@@ -89,7 +116,7 @@ private:
     {
         _extracted.push_back(ParagraphMark());
         --_remaining;
-        moveBeforeRun(_place._runIndex);
+        moveBack();
     }
 
     void extractRun(GenericRunCollectionWrapper<false> runs)
@@ -97,7 +124,7 @@ private:
         DOM::Runs removed = runs.removeElements(makeSingle(_place._runIndex));
         _extracted.push_back(SharedConstPtr<DOM::Run>(std::move(removed.front())));
         --_remaining;
-        moveBeforeRun(_place._runIndex);
+        moveBack();
     }
 
     void extractTextRunTag()
@@ -123,18 +150,15 @@ private:
         GenericTextWrapper<false> text = getTextRun().getText();
         const unsigned long runSize = text.getSize();
         const unsigned long elementsToRemove = _remaining;
-        // A run can't lose all its text and keep its tag, unless what stays behind the range joins it.
+        // A run can't lose all its text and keep its tag, unless what stays behind the range joins it: then the tag has
+        // bytes again at once, and the rules have let the removal through.
         ZEM_ASSERT_MESSAGE(elementsToRemove < bytesUpToHere || bytesUpToHere < runSize || !_textToMerge.empty(),
                            "elementsToRemove < charPos.byteIndex + 1 || charPos.byteIndex + 1 < runSize");
         const unsigned long firstByte = bytesUpToHere - elementsToRemove;
         pushBytes(text.removeElements(IndexRange<unsigned long>(firstByte, bytesUpToHere)));
         _remaining = 0;
-        if (firstByte > 0)
-        {
-            _place._byteIndex = firstByte - 1;
-            return;
-        }
-        _place._kind = PlaceKind::TextRunTag;
+        _place._byteIndex = firstByte;
+        moveBack();
     }
 
     /// The run goes with its tag and the bytes that it still has.
@@ -145,7 +169,8 @@ private:
         pushBytes(run.takeText());
         _extracted.push_back(SharedConstPtr<DOM::Run>(std::move(removed.front())));
         _remaining -= bytesCount + 1;
-        moveBeforeRun(_place._runIndex);
+        _place._kind = PlaceKind::TextRunTag;
+        moveBack();
     }
 
     /// The bytes of the present run from `byteIndex` on stay in the document.
@@ -164,17 +189,13 @@ private:
                       [&](char byte) { _extracted.push_back(static_cast<short>(static_cast<signed char>(byte))); });
     }
 
-    void moveBeforeBlock()
+    /// To the element in front of the one that was taken.
+    void moveBack()
     {
-        if (_place._blockIndex > 0)
+        if (_remaining > 0 || !_isAtTextBegin)
         {
-            _place = PlaneWalk::getPlaceBeforeBlock(_blocks.getBlocks(), _place._blockIndex);
+            _place = PlaneWalk::getPlaceBefore(_blocks.getBlocks(), _place);
         }
-    }
-
-    void moveBeforeRun(unsigned long runIndex)
-    {
-        _place = PlaneWalk::getPlaceBeforeRun(_blocks.getBlocks(), _place._blockIndex, runIndex);
     }
 
     /// `_place` is that of the element in front of the range by now.
@@ -218,22 +239,29 @@ private:
     /// How many elements of the range are still to be taken; the last of them stands at `_place`.
     unsigned long _remaining;
     bool _isAtTextBegin;
+    bool _takesBlocksTogether;
     PlanePlace _place;
     /// From the last element of the range to the first.
     TextWithTombstonesElementVector _extracted;
+    /// Where in `_extracted` the blocks belong that are still to be taken, from the last to the first; they stand side
+    /// by side from `_firstEmptiedBlock` on.
+    std::vector<std::size_t> _emptiedBlocks;
+    unsigned long _firstEmptiedBlock = 0;
     std::string _textToMerge;
     DOM::Runs _runsToMerge;
 };
 
 } // namespace
 
-void extractRange(const GenericBlockCollectionWrapper<false>& blocks, RangeInfo& range)
+void extractElements(const GenericBlockCollectionWrapper<false>& blocks, RangeInfo& range)
 {
     const IndexExcludingTombstones beginIndex = range.getStartIndex();
     const IndexExcludingTombstones endIndex = range.getEndIndex();
     ZEM_ASSERT(beginIndex < endIndex);
     const PlanePlace lastPlace = range.getAnchor().find(blocks.getBlocks(), endIndex - 1);
-    range._data = ElementsExtractor(blocks, beginIndex, endIndex).extract(lastPlace);
+    const PlanePlace firstPlace = range.getAnchor().find(blocks.getBlocks(), beginIndex);
+    const bool takesBlocksTogether = lastPlace._blockIndex - firstPlace._blockIndex >= manyBlocks;
+    range._data = ElementsExtractor(blocks, beginIndex, endIndex, takesBlocksTogether).extract(lastPlace);
     range.setSize(range._data.size());
 }
 

@@ -9,10 +9,10 @@ template<bool isReadonly>
 BlockWrapperValue<isReadonly> GenericBlockCollectionWrapper<isReadonly>::getElement(unsigned long index) const
 {
     WrapperDetails::requireIndex(index, _blocks->size());
-    WrapperDetails::ConstIf<isReadonly, DOM::Block>& block = derefPtr((*_blocks)[index]);
+    ConstIf<isReadonly, DOM::Block>& block = derefPtr((*_blocks)[index]);
     if (block.getKind() == DOM::BlockKind::Paragraph)
     {
-        using Paragraph = WrapperDetails::ConstIf<isReadonly, DOM::Paragraph>;
+        using Paragraph = ConstIf<isReadonly, DOM::Paragraph>;
         return GenericParagraphWrapper<isReadonly>(static_cast<Paragraph&>(block), *_target, index);
     }
     return GenericAtomicBlockWrapper<isReadonly>(block);

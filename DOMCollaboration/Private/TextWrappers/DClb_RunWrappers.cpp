@@ -50,10 +50,10 @@ template<bool isReadonly>
 RunWrapperValue<isReadonly> GenericRunCollectionWrapper<isReadonly>::getElement(unsigned long index) const
 {
     WrapperDetails::requireIndex(index, _runs->size());
-    WrapperDetails::ConstIf<isReadonly, DOM::Run>& run = derefPtr((*_runs)[index]);
+    ConstIf<isReadonly, DOM::Run>& run = derefPtr((*_runs)[index]);
     if (run.getKind() == DOM::RunKind::TextRun)
     {
-        using TextRun = WrapperDetails::ConstIf<isReadonly, DOM::TextRun>;
+        using TextRun = ConstIf<isReadonly, DOM::TextRun>;
         return GenericTextRunWrapper<isReadonly>(static_cast<TextRun&>(run), *_target, _blockIndex, index);
     }
     return GenericAtomicRunWrapper<isReadonly>(run);

@@ -94,7 +94,7 @@ using MapNodeAdapterBase = GenericMapNodeAdapter<typename NodeAdapterDetails::Tr
 
 /// `T` as an adapter may touch it: const if the adapter is read-only.
 template<class Adapter, class T>
-using NodeOf = NodeAdapterDetails::ConstIf<NodeAdapterDetails::Traits<Adapter>::isConst, T>;
+using NodeOf = ConstIf<NodeAdapterDetails::Traits<Adapter>::isConst, T>;
 
 /// How an adapter refers to an object of the document.
 template<class Adapter, class T>

@@ -16,6 +16,7 @@
 #include "CE_OperationNodeAddress.h"
 #include "DOM_NativeNodeAddress.h"
 
+#include "Util_ConstIf.h"
 #include "Util_TypeList.h"
 #include "Util_Visitor.h"
 
@@ -173,9 +174,6 @@ using NativeTextNodeAdapters =
 
 namespace NodeAdapterDetails
 {
-
-template<bool isConst, class T>
-using ConstIf = std::conditional_t<isConst, const T, T>;
 
 template<class First, class Second>
 struct Joined;

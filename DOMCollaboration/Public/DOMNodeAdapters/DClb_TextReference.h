@@ -40,8 +40,8 @@ template<bool isConst>
 class ZEM_EXPORT CellReference
 {
 public:
-    using Table = NodeAdapterDetails::ConstIf<isConst, DOM::Table>;
-    using Cell = NodeAdapterDetails::ConstIf<isConst, DOM::Cell>;
+    using Table = ConstIf<isConst, DOM::Table>;
+    using Cell = ConstIf<isConst, DOM::Cell>;
 
     CellReference(Table& table, RowIndex row, ColumnIndex column)
         : _table(&table)
@@ -87,7 +87,7 @@ template<bool isConst>
 class ZEM_EXPORT TextReference
 {
 public:
-    using Text = NodeAdapterDetails::ConstIf<isConst, DOM::TextWithTombstones>;
+    using Text = ConstIf<isConst, DOM::TextWithTombstones>;
 
     TextReference(Text& text)
         : _text(&text)

@@ -68,10 +68,9 @@ ZEM_EXPORT boost::optional<PlanePlace> find(const DOM::Blocks& blocks, IndexExcl
 ZEM_EXPORT boost::optional<PlanePlace> findFrom(const DOM::Blocks& blocks, const PlanePlace& from,
                                                 unsigned long distance);
 
-/// The place just in front of a block, or of a run of a paragraph. Cost: constant.
-/// Requires: the block isn't the first of the text; everything in front of it is as it should be.
-ZEM_EXPORT PlanePlace getPlaceBeforeBlock(const DOM::Blocks& blocks, unsigned long blockIndex);
-ZEM_EXPORT PlanePlace getPlaceBeforeRun(const DOM::Blocks& blocks, unsigned long blockIndex, unsigned long runIndex);
+/// The place just in front of `place`, which needn't be one itself any more: only what stands in front of it is looked
+/// at. Cost: constant. Fails: "blockIndex > 0" for the first place of the text.
+ZEM_EXPORT PlanePlace getPlaceBefore(const DOM::Blocks& blocks, const PlanePlace& place);
 
 } // namespace PlaneWalk
 
@@ -90,7 +89,17 @@ public:
     /// Fails: "Unexpected type in the source variant" beyond the end of the text.
     PlanePlace find(const DOM::Blocks& blocks, IndexExcludingTombstones index);
 
+    /// Finds the element in front of the anchor's index from that of `other`, whose index isn't behind this one's. So
+    /// the anchors of many ranges cost one walk together. Cost: the runs and blocks between. Fails: "other._index <=
+    /// _index"; "Unexpected type in the source variant" beyond the end of the text.
+    void settleBehind(const DOM::Blocks& blocks, PlaneAnchor& other);
+
+    /// Moves by one element towards the beginning. Cost: constant. Fails: "_index.get() > 0".
+    void stepBack(const DOM::Blocks& blocks);
+
 private:
+    void settle(const DOM::Blocks& blocks);
+
     IndexExcludingTombstones _index;
     boost::optional<PlanePlace> _placeBefore;
 };

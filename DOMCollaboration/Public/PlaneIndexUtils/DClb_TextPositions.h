@@ -18,15 +18,15 @@ namespace Zem::DOMCollaboration
 struct DOMTraits
 {
     template<bool isConst>
-    using BlockCollection = WrapperDetails::ConstIf<isConst, DOM::Blocks>&;
+    using BlockCollection = ConstIf<isConst, DOM::Blocks>&;
     template<bool isConst>
-    using Block = std::reference_wrapper<WrapperDetails::ConstIf<isConst, DOM::Block>>;
+    using Block = std::reference_wrapper<ConstIf<isConst, DOM::Block>>;
     template<bool isConst>
-    using Paragraph = std::reference_wrapper<WrapperDetails::ConstIf<isConst, DOM::Paragraph>>;
+    using Paragraph = std::reference_wrapper<ConstIf<isConst, DOM::Paragraph>>;
     template<bool isConst>
-    using Run = std::reference_wrapper<WrapperDetails::ConstIf<isConst, DOM::Run>>;
+    using Run = std::reference_wrapper<ConstIf<isConst, DOM::Run>>;
     template<bool isConst>
-    using TextRun = std::reference_wrapper<WrapperDetails::ConstIf<isConst, DOM::TextRun>>;
+    using TextRun = std::reference_wrapper<ConstIf<isConst, DOM::TextRun>>;
 
     template<class T>
     static std::reference_wrapper<const T> asConst(std::reference_wrapper<T> reference)

@@ -34,7 +34,7 @@ class GenericAtomicBlockWrapper final
     : public WrapperImpl<GenericAtomicBlockWrapper<isReadonly>, GenericBlockWrapper<isReadonly>>
 {
 public:
-    using Block = WrapperDetails::ConstIf<isReadonly, DOM::Block>;
+    using Block = ConstIf<isReadonly, DOM::Block>;
 
     explicit GenericAtomicBlockWrapper(Block& block)
         : _block(&block)
@@ -61,7 +61,7 @@ class GenericParagraphWrapper final
     : public WrapperImpl<GenericParagraphWrapper<isReadonly>, GenericBlockWrapper<isReadonly>>
 {
 public:
-    using Paragraph = WrapperDetails::ConstIf<isReadonly, DOM::Paragraph>;
+    using Paragraph = ConstIf<isReadonly, DOM::Paragraph>;
 
     GenericParagraphWrapper(Paragraph& paragraph, const TextNotificationTarget& target, unsigned long blockIndex)
         : _paragraph(&paragraph)
@@ -101,7 +101,7 @@ template<bool isReadonly>
 class GenericBlockCollectionWrapper
 {
 public:
-    using Blocks = WrapperDetails::ConstIf<isReadonly, DOM::Blocks>;
+    using Blocks = ConstIf<isReadonly, DOM::Blocks>;
 
     GenericBlockCollectionWrapper(Blocks& blocks, const TextNotificationTarget& target)
         : _blocks(&blocks)
@@ -144,7 +144,7 @@ template<bool isReadonly>
 class GenericTextWithTombstonesWrapper
 {
 public:
-    using Text = WrapperDetails::ConstIf<isReadonly, DOM::TextWithTombstones>;
+    using Text = ConstIf<isReadonly, DOM::TextWithTombstones>;
 
     GenericTextWithTombstonesWrapper(Text& text, const TextNotificationTarget& target)
         : _text(&text)

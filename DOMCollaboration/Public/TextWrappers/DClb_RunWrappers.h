@@ -13,6 +13,7 @@
 #include "DOM_Runs.h"
 
 #include "Util_Clonable.h"
+#include "Util_ConstIf.h"
 #include "Util_Export.h"
 #include "Util_TypeList.h"
 #include "Util_Visitor.h"
@@ -30,20 +31,12 @@ class GenericAtomicRunWrapper;
 template<bool isReadonly>
 class GenericTextRunWrapper;
 
-namespace WrapperDetails
-{
-
-template<bool isReadonly, class T>
-using ConstIf = std::conditional_t<isReadonly, const T, T>;
-
-} // namespace WrapperDetails
-
 /// The bytes of a text run. Indices are bytes of the run.
 template<bool isReadonly>
 class GenericTextWrapper
 {
 public:
-    using TextRun = WrapperDetails::ConstIf<isReadonly, DOM::TextRun>;
+    using TextRun = ConstIf<isReadonly, DOM::TextRun>;
 
     GenericTextWrapper(TextRun& textRun, const TextNotificationTarget& target, unsigned long blockIndex,
                        unsigned long runIndex)
@@ -94,7 +87,7 @@ class GenericAtomicRunWrapper final
     : public WrapperImpl<GenericAtomicRunWrapper<isReadonly>, GenericRunWrapper<isReadonly>>
 {
 public:
-    using Run = WrapperDetails::ConstIf<isReadonly, DOM::Run>;
+    using Run = ConstIf<isReadonly, DOM::Run>;
 
     explicit GenericAtomicRunWrapper(Run& run)
         : _run(&run)
@@ -120,7 +113,7 @@ template<bool isReadonly>
 class GenericTextRunWrapper final : public WrapperImpl<GenericTextRunWrapper<isReadonly>, GenericRunWrapper<isReadonly>>
 {
 public:
-    using TextRun = WrapperDetails::ConstIf<isReadonly, DOM::TextRun>;
+    using TextRun = ConstIf<isReadonly, DOM::TextRun>;
 
     GenericTextRunWrapper(TextRun& textRun, const TextNotificationTarget& target, unsigned long blockIndex,
                           unsigned long runIndex)
@@ -163,7 +156,7 @@ template<bool isReadonly>
 class GenericRunCollectionWrapper
 {
 public:
-    using Runs = WrapperDetails::ConstIf<isReadonly, DOM::Runs>;
+    using Runs = ConstIf<isReadonly, DOM::Runs>;
 
     GenericRunCollectionWrapper(Runs& runs, const TextNotificationTarget& target, unsigned long blockIndex)
         : _runs(&runs)

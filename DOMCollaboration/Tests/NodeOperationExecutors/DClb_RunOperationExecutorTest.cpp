@@ -121,6 +121,12 @@ TEST_F(RunOperationExecutorTest, AStyleThatIsBackAtItsDefaultsIsNone)
     EXPECT_FALSE(getTextRun().getSharedStyle());
 }
 
+TEST_F(RunOperationExecutorTest, TakesBackAChangeOfTheDefaultStyleExactly)
+{
+    getTextRun().getSharedStyle() = _document.getSharedObjectFactory().create(DOM::RunStyle());
+    expectPropertyLaws<PropertyId::ParentStyleId>(UUID(), makeTestUUID(1));
+}
+
 TEST_F(RunOperationExecutorTest, PointsRunsOfOneLookAtOneStyle)
 {
     auto onTextRun = makeOperation<PropertyId::ParentStyleId>(UUID(), makeTestUUID(1));

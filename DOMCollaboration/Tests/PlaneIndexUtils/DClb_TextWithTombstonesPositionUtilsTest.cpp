@@ -240,43 +240,13 @@ TEST(PlaneIndex, CountsWhatStandsInFront)
     EXPECT_EQ(6u, getPlaneIndexOfRun(runs, 2).get());
 }
 
-TEST(PlaneIndex, OfABlockBeyondTheLastFails)
+TEST(PlaneIndex, OfABlockOrARunBeyondTheLastFails)
 {
-    const DOM::TextWithTombstones text = makeText("{}");
+    const DOM::TextWithTombstones text = makeText("{~}");
     EXPECT_ASSERTION(getPlaneIndexOfBlock(ReadonlyBlocks(text.getBlocks()), 2), "index < size()");
-}
-
-TEST(PlaneWalk, FromAnyPlaceReachesWhatAWalkFromTheBeginningReaches)
-{
-    for (const char* notation : {"", "{}", "{|ab}{~|c||de~}#${}{|f}", "#", "{||}{~~}"})
-    {
-        const DOM::TextWithTombstones text = makeText(notation);
-        const unsigned long size = getPlaneSize(ReadonlyBlocks(text.getBlocks()));
-        for (unsigned long from = 0; from <= size; ++from)
-        {
-            const auto start = PlaneWalk::find(text.getBlocks(), IndexExcludingTombstones(from));
-            ASSERT_TRUE(start);
-            for (unsigned long to = from; to <= size + 2; ++to)
-            {
-                EXPECT_TRUE(PlaneWalk::find(text.getBlocks(), IndexExcludingTombstones(to)) ==
-                            PlaneWalk::findFrom(text.getBlocks(), *start, to - from))
-                    << notation << " from " << from << " to " << to;
-            }
-        }
-    }
-}
-
-TEST(PlaneAnchor, FindsPlacesInFrontOfItselfToo)
-{
-    const DOM::TextWithTombstones text = makeText("{|ab}{|c}");
-    PlaneAnchor anchor(IndexExcludingTombstones(6));
-    for (const unsigned long index : {6ul, 5ul, 8ul, 9ul, 0ul, 3ul, 7ul})
-    {
-        EXPECT_TRUE(PlaneWalk::find(text.getBlocks(), IndexExcludingTombstones(index)) ==
-                    anchor.find(text.getBlocks(), IndexExcludingTombstones(index)));
-    }
-    EXPECT_ASSERTION(anchor.find(text.getBlocks(), IndexExcludingTombstones(10)),
-                     "Unexpected type in the source variant");
+    const ReadonlyRuns runs(static_cast<const DOM::Paragraph&>(*text.getBlocks().front()).getRuns());
+    EXPECT_EQ(2u, getPlaneIndexOfRun(runs, 1).get());
+    EXPECT_ASSERTION(getPlaneIndexOfRun(runs, 2), "index < size()");
 }
 
 } // namespace Zem::DOMCollaboration::TextWithTombstonesPositionUtils

@@ -166,7 +166,7 @@ TEST(InsertionRules, TheNeighboursOfADroppedElementAreNotCheckedAgain)
 
 TEST(InsertionRules, NoElementsFail)
 {
-    EXPECT_ASSERTION(repair("", 0, ""), "!elements.empty()");
+    EXPECT_ASSERTION(repair("", 0, ""), "!_data.empty()");
 }
 
 TEST(InsertionRules, AnElementOfTheDocumentIsNeverDropped)
@@ -194,6 +194,14 @@ TEST(RemovalRules, AllBytesWithoutTheTagStay)
     EXPECT_EQ(Invalid, judgeRemoval("{|ab}", 2, 4));
 }
 
+/// The same exception as for an insertion.
+TEST(RemovalRules, AMarkBetweenAnAtomicRunAndABlockGoes)
+{
+    EXPECT_EQ(Valid, judgeRemoval("{~}#", 2, 3));
+    EXPECT_EQ(Invalid, judgeRemoval("{~}{}", 2, 3));
+    EXPECT_EQ(Invalid, judgeRemoval("{|a}#", 3, 4));
+}
+
 TEST(RemovalRules, AWholeParagraphBehindAnotherGoes)
 {
     EXPECT_EQ(Valid, judgeRemoval("{|a}{|b}{|c}", 4, 8));
@@ -208,6 +216,14 @@ TEST(RemovalRules, AnEmptyRangeIsValidAndABackwardOneFails)
 {
     EXPECT_EQ(Valid, judgeRemoval("{|a}", 3, 3));
     EXPECT_ASSERTION(judgeRemoval("{|a}", 3, 2), "rangeBegin <= rangeEnd");
+}
+
+TEST(Judgement, OutsideTheEnumerationFails)
+{
+    EXPECT_FALSE(isInvalid(Valid));
+    EXPECT_TRUE(isInvalid(Invalid));
+    EXPECT_ASSERTION(isInvalid(static_cast<BusinessLogicValidationResult>(2)),
+                     "Unexpected BusinessLogicValidationResult value");
 }
 
 TEST(RestoringRules, ElementsMustFitTheirNeighboursAndEachOther)

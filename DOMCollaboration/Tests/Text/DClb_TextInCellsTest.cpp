@@ -109,6 +109,28 @@ TEST_F(TextInCells, AnInsertionBringsTheCellIntoBeingAndItsReversalTakesItAway)
     EXPECT_TRUE(before == _document);
 }
 
+TEST_F(TextInCells, AnInsertionThatFailsBringsNoCellIntoBeing)
+{
+    const DOM::Document before = _document;
+    OperationUPtr noByte = atCell(insert(0, "{|a}"), 1, 1);
+    auto& insertion = cast<ListMultirangeOperationImpl<ListModificationOperation<InsertTag>>>(*noByte);
+    TextWithTombstonesElementVector elements = TestSupport::makeElements("{|");
+    elements.emplace_back(static_cast<short>(200));
+    elements.emplace_back(ParagraphMark());
+    insertion.getNestedOperations().front().setData(makeSharedConst<TextWithTombstonesItems>(std::move(elements)));
+    EXPECT_THROW(execute(*noByte), BadNumCastError);
+    EXPECT_ASSERTION(execute(*atCell(insert(3, "{|a}"), 1, 1)), "Unexpected type in the source variant");
+    EXPECT_FALSE(getCell(1, 1));
+    EXPECT_TRUE(before == _document);
+}
+
+TEST_F(TextInCells, AMarkingOfAnEmptyCellFailsAndBringsNoneIntoBeing)
+{
+    const DOM::Document before = _document;
+    EXPECT_ASSERTION(execute(*atCell(mark(0, 1), 1, 1)), "Unexpected type in the source variant");
+    EXPECT_TRUE(before == _document);
+}
+
 TEST_F(TextInCells, TheReversalKeepsACellThatHasAPivotTable)
 {
     OperationUPtr operation = atCell(insert(0, "{|ab}"), 1, 1);

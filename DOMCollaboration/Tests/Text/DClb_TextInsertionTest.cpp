@@ -1,13 +1,19 @@
 #include "TS_Assertions.h"
 #include "TS_TextCase.h"
 
+#include "DOM_Blocks.h"
+#include "DOM_Runs.h"
+
 #include "Util_Cast.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace Zem::TestSupport
 {
 
+using CollaborationEngine::InsertTag;
 using CollaborationUtils::IndexIncludingTombstones;
 
 TEST(TextInsertion, BytesInARunChangeTheStringAlone)
@@ -148,19 +154,6 @@ TEST(TextInsertion, ABlockBehindAnAtomicRunDoesNotCloseTheParagraph)
     EXPECT_EQ("{|a~}#{}", print(textCase.getText()));
 }
 
-TEST(TextInsertion, AnElementThatIsNoByteIsNotWritten)
-{
-    TextCase textCase("{|ab}");
-    auto operation = insert(3, "x");
-    auto& insertion = dynamic_cast<CollaborationEngine::ListMultirangeOperationImpl<
-        CollaborationEngine::ListModificationOperation<CollaborationEngine::InsertTag>>&>(*operation);
-    insertion.getNestedOperations().front().setData(makeSharedConst<DOMCollaboration::TextWithTombstonesItems>(
-        DOMCollaboration::TextWithTombstonesElementVector{static_cast<short>(200)}));
-    CollaborationEngine::OperationUPtr changedOp;
-    EXPECT_THROW(textCase.getExecutor().executeAndChangeIfNeeded(*operation, changedOp), BadNumCastError);
-    textCase.is("{|ab}");
-}
-
 TEST(TextInsertion, TheByteFFTravelsAsMinusOneAndComesBack)
 {
     const char byte[] = {'\xFF', '\0'};
@@ -173,44 +166,119 @@ TEST(TextInsertion, ATwoByteCharacterIsTwoElementsAndLosesOneOfThemAlone)
     TextCase("{|a}").after(insert(3, "\xC3\xA4")).is("{|a\xC3\xA4}").after(mark(4, 5)).is("{|a\xC3[.]}");
 }
 
+/// Insertions of two pieces, of which the second, lower one can't be put in. All of the text must be as it was, and
+/// take other insertions; the observer, a mirror, must not have heard of anything.
 class MalformedInsertion : public testing::Test
 {
 protected:
+    using Insertion =
+        CollaborationEngine::ListMultirangeOperationImpl<CollaborationEngine::ListModificationOperation<InsertTag>>;
+    using Elements = DOMCollaboration::TextWithTombstonesElementVector;
+
+    static SharedConstPtr<DOMCollaboration::TextWithTombstonesItems> makeData(Elements elements)
+    {
+        return makeSharedConst<DOMCollaboration::TextWithTombstonesItems>(std::move(elements));
+    }
+
+    /// The lower piece has `slotsCount` slots, and `data`.
+    static CollaborationEngine::OperationUPtr insertWith(SharedConstPtr<CollaborationEngine::ItemsCollection> data,
+                                                         unsigned long slotsCount = 1)
+    {
+        auto operation = insert({{5, "y"}, {4, std::string_view("xxxx").substr(0, slotsCount)}});
+        cast<Insertion>(*operation).getNestedOperations().back().setData(std::move(data));
+        return operation;
+    }
+
+    template<class Expect>
+    void expectNoChange(Expect expect)
+    {
+        const DOM::TextWithTombstones before = _textCase.getText();
+        expect();
+        EXPECT_TRUE(before == _textCase.getText());
+        _textCase.after(insert(3, "x")).is("{|ax[.]b}");
+    }
+
     void expectFailure(CollaborationEngine::OperationUPtr operation, const char* message)
     {
         CollaborationEngine::OperationUPtr changedOp;
-        EXPECT_ASSERTION(_textCase.getExecutor().executeAndChangeIfNeeded(*operation, changedOp), message);
-        _textCase.is("{|ab}").after(insert(3, "x")).is("{|axb}");
+        expectNoChange(
+            [&]
+            { EXPECT_ASSERTION(_textCase.getExecutor().executeAndChangeIfNeeded(*operation, changedOp), message); });
     }
 
-    TextCase _textCase{"{|ab}"};
+    template<class Exception>
+    void expectThrow(CollaborationEngine::OperationUPtr operation)
+    {
+        CollaborationEngine::OperationUPtr changedOp;
+        expectNoChange(
+            [&] { EXPECT_THROW(_textCase.getExecutor().executeAndChangeIfNeeded(*operation, changedOp), Exception); });
+    }
+
+    TextCase _textCase{"{|a[.]b}"};
 };
+
+TEST_F(MalformedInsertion, OfAnElementThatIsNoByteChangesNothing)
+{
+    expectThrow<BadNumCastError>(insertWith(makeData({static_cast<short>(200)})));
+}
+
+TEST_F(MalformedInsertion, OfAParagraphWithRunsChangesNothing)
+{
+    auto paragraph = std::make_shared<DOM::Paragraph>();
+    paragraph->getRuns().push_back(std::make_unique<DOM::TabRun>());
+    expectFailure(insertWith(makeData({DOMCollaboration::ParagraphMark(), SharedConstPtr<DOM::Block>(paragraph)}), 2),
+                  "paragraph.getRuns().empty()");
+}
+
+TEST_F(MalformedInsertion, OfATextRunWithTextChangesNothing)
+{
+    auto textRun = std::make_shared<DOM::TextRun>();
+    textRun->setText("x");
+    expectFailure(insertWith(makeData({SharedConstPtr<DOM::Run>(textRun), static_cast<short>('y')}), 2),
+                  "textRun.getText().empty()");
+}
+
+TEST_F(MalformedInsertion, OfMissingBlocksAndRunsChangesNothing)
+{
+    expectFailure(insertWith(makeData({SharedConstPtr<DOM::Block>()})), "plainPtr");
+}
 
 TEST_F(MalformedInsertion, BeyondTheEndOfTheTextChangesNothing)
 {
-    expectFailure(insert(7, "x"), "Unexpected type in the source variant");
+    expectFailure(insert({{8, "x"}, {3, "y"}}), "Unexpected type in the source variant");
+}
+
+TEST_F(MalformedInsertion, BehindTheEndOfTheTextChangesNothing)
+{
+    expectFailure(insert({{7, "x"}, {3, "y"}}), "Invlid elements position");
+}
+
+TEST_F(MalformedInsertion, FarBeyondTheEndOfTheTextChangesNothing)
+{
+    expectFailure(insert({{std::numeric_limits<unsigned long>::max() - 1, "x"}, {3, "y"}}),
+                  "Unexpected type in the source variant");
 }
 
 TEST_F(MalformedInsertion, WithoutDataChangesNothing)
 {
-    auto operation = insert(3, "x");
-    dynamic_cast<CollaborationEngine::ListMultirangeOperationImpl<
-        CollaborationEngine::ListModificationOperation<CollaborationEngine::InsertTag>>&>(*operation)
-        .getNestedOperations()
-        .front()
-        .setData(nullptr);
-    expectFailure(std::move(operation), "plainPtr");
+    expectFailure(insertWith(nullptr), "plainPtr");
+}
+
+TEST_F(MalformedInsertion, WithItemsThatAreNoTextChangesNothing)
+{
+    expectThrow<std::bad_cast>(
+        insertWith(makeSharedConst<CollaborationEngine::SimpleItemsCollection<std::vector<short>>>(
+            std::vector<short>{static_cast<short>('x')})));
 }
 
 TEST_F(MalformedInsertion, WithFewerElementsThanSlotsChangesNothing)
 {
-    auto operation = insert(3, "xy");
-    dynamic_cast<CollaborationEngine::ListMultirangeOperationImpl<
-        CollaborationEngine::ListModificationOperation<CollaborationEngine::InsertTag>>&>(*operation)
-        .getNestedOperations()
-        .front()
-        .setData(makeSharedConst<DOMCollaboration::TextWithTombstonesItems>(makeElements("x")));
-    expectFailure(std::move(operation), "Index is outside range");
+    expectFailure(insertWith(makeData(makeElements("x")), 2), "Index is outside range");
+}
+
+TEST_F(MalformedInsertion, WithMoreElementsThanSlotsChangesNothing)
+{
+    expectFailure(insertWith(makeData(makeElements("xy")), 1), "Index is outside range");
 }
 
 TEST_F(MalformedInsertion, WithPiecesFromLowToHighChangesNothing)

@@ -1,7 +1,11 @@
 #include "TS_Assertions.h"
 #include "TS_TextCase.h"
 
+#include "Util_Cast.h"
+
 #include <gtest/gtest.h>
+
+#include <limits>
 
 namespace Zem::TestSupport
 {
@@ -64,6 +68,22 @@ TEST(TextMarking, SeveralParagraphsGoAtOnce)
     TextCase("{|ab}{|cd}#{}{|ef}").after(mark(3, 16)).is("{|a[.............]f}").isUnchanged();
 }
 
+TEST(TextMarking, ManyParagraphsAndBlocksGoAtOnceAndComeBack)
+{
+    std::string stretch;
+    for (int block = 0; block < 50; ++block)
+    {
+        stretch += "{|xy~}#{}";
+    }
+    const unsigned long size = stretch.size();
+    const std::string dead(size, '.');
+    TextCase("{|ab}" + stretch + "{|cd}").after(mark(5, 5 + size)).is("{|ab}[" + dead + "]{|cd}").isUnchanged();
+    TextCase("{|ab}" + stretch + "{|cd}").after(mark(3, 8 + size)).is("{|a[.." + dead + "...]d}").isUnchanged();
+    TextCase(stretch + "{|cd~}").after(mark(0, size)).is('[' + dead + "]{|cd~}").isUnchanged();
+    TextCase("{|ab}" + stretch).after(mark(5, 5 + size)).is("{|ab}[" + dead + ']').isUnchanged();
+    TextCase("{~}" + stretch + "{|cd~}").after(mark(2, 4 + size)).is("{~[." + dead + ".]|cd~}").isUnchanged();
+}
+
 TEST(TextMarking, AWholeParagraphBehindAnotherGoes)
 {
     TextCase("{|a}{|b}{|c}").after(mark(4, 8)).is("{|a}[....]{|c}").isUnchanged();
@@ -113,9 +133,21 @@ TEST(TextMarking, AStretchBeyondTheEndOfTheTextChangesNothing)
 {
     TextCase textCase("{|ab}");
     OperationUPtr changedOp;
-    EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*mark(3, 9), changedOp),
-                     "Unexpected type in the source variant");
-    textCase.is("{|ab}");
+    for (const unsigned long end : {6ul, 9ul, std::numeric_limits<unsigned long>::max()})
+    {
+        EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*mark({{3, end}, {2, 3}}), changedOp),
+                         "Unexpected type in the source variant");
+    }
+    textCase.is("{|ab}").after(mark(3, 4)).is("{|a[.]}");
+}
+
+TEST(TextMarking, StretchesThatOverlapChangeNothing)
+{
+    TextCase textCase("{|abcd}");
+    OperationUPtr changedOp;
+    EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*mark({{3, 5}, {2, 4}}), changedOp),
+                     "isDescending");
+    textCase.is("{|abcd}").after(mark(3, 4)).is("{|a[.]cd}");
 }
 
 TEST(TextRestoring, TombstonesComeAliveWithTheDataOfTheOperation)
@@ -143,6 +175,24 @@ TEST(TextRestoring, ALiveSlotIsNoTarget)
     EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*restore(4, "x"), changedOp), "isTombstone");
     EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*restore(3, "xy"), changedOp), "isTombstone");
     textCase.is("{|a[b]c}");
+}
+
+TEST(TextRestoring, MalformedDataChangesNothing)
+{
+    TextCase textCase("{|a[bc]d[e]}");
+    auto operation = restore({{6, "e"}, {4, "c"}});
+    cast<ListMultirangeOperationImpl<ListModificationOperation<RestoreTag>>>(*operation)
+        .getNestedOperations()
+        .back()
+        .setData(makeSharedConst<DOMCollaboration::TextWithTombstonesItems>(
+            DOMCollaboration::TextWithTombstonesElementVector{static_cast<short>(200)}));
+    OperationUPtr changedOp;
+    EXPECT_THROW(textCase.getExecutor().executeAndChangeIfNeeded(*operation, changedOp), BadNumCastError);
+    EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*restore({{4, "c"}, {6, "e"}}), changedOp),
+                     "isDescending");
+    EXPECT_ASSERTION(textCase.getExecutor().executeAndChangeIfNeeded(*restore({{99, "x"}, {4, "c"}}), changedOp),
+                     "isTombstone");
+    textCase.is("{|a[bc]d[e]}").after(restore(4, "c")).is("{|a[b]cd[e]}");
 }
 
 TEST(TextRemoval, TakingBackAnInsertionLeavesNoTombstoneAndKeepsItsData)
@@ -174,6 +224,16 @@ TEST(TextRemoval, AFailedReversalLeavesTheOperationAsItCame)
                      "fixBusinessLogicForRemoving(removeData, textWithTombstonesInfo.textWithTombstonesAdapter) == "
                      "BusinessLogicValidationResult::Valid");
     EXPECT_EQ("insert 6:cd 2:ab", print(*operation));
+}
+
+TEST(TextRemoval, AReversalBeyondAllCountingChangesNeitherTheTextNorTheOperation)
+{
+    TextCase textCase("{|abcd}");
+    auto operation = insert({{std::numeric_limits<unsigned long>::max() - 1, "x"}, {2, "abc"}});
+    const std::string before = print(*operation);
+    EXPECT_ASSERTION(textCase.getExecutor().reverse(*operation), "isCountable");
+    EXPECT_EQ(before, print(*operation));
+    textCase.is("{|abcd}").after(mark(3, 4)).is("{|a[.]cd}");
 }
 
 TEST(TextRemoval, AReversalNeverProducesAChangedOperation)

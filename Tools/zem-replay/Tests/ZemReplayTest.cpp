@@ -332,8 +332,8 @@ TEST_F(ZemReplay, RefusesOtherConcurrentHistories)
         EXPECT_NE(std::string::npos, outcome._output.find(message + "\n")) << outcome._output;
     };
     const std::string first = R"({"parents": [], "agent": 0, "patches": [[0, 0, "a"]]})";
-    expectRefusal(R"({"kind": "other"})", "byte 15: kind is none that can be played");
-    expectRefusal(R"({"kind": "hot", "kind": "hot"})", "byte 28: kind stands there twice");
+    expectRefusal(R"({"kind": "other"})", "byte 16: kind is none that can be played");
+    expectRefusal(R"({"kind": "hot", "kind": "hot"})", "byte 29: kind stands there twice");
     expectRefusal(R"({"kind": "hot", "base": "", "a": []})", "the file has no \"b\"");
     expectRefusal(R"({"kind": "hot", "a": [], "b": []})", "the file has no \"base\"");
     expectRefusal(R"({"kind": "concurrent", "txns": []})", "the file has no \"endContent\"");
@@ -351,7 +351,7 @@ TEST_F(ZemReplay, RefusesOtherConcurrentHistories)
                   "txns[0].agent stands there twice");
     expectRefusal(make(R"({"parents": [], "parents": [], "patches": []})"), "txns[0].parents stands there twice");
     expectRefusal(make(R"({"parents": [], "agent": 0, "patches": [[1, 0, "a"]]})"),
-                  "txns[0].patches[0]: [1, 1) isn't inside the text, which has 0 characters");
+                  "txns[0].patches[0]: The stretch [1, 1) isn't inside the text, which has 0 characters");
     expectRefusal(R"({"kind": "hot", "base": "", "a": [[1, 0, "x"]], "b": []})",
                   "a[0]: [1, 0, ...] lies outside of the text, which has 0 characters there");
     expectRefusal(R"({"kind": "hot", "base": "", "a": [[0, 0, "x"]], "b": [[0, 1, ""]]})",

@@ -14,8 +14,7 @@ namespace
 
 /// Makes the adapter of the part of a document that has the type `part`.
 template<OperationDOMNodeType part, class Tag, class NodeType, bool isConst>
-std::unique_ptr<DOMNodeAdapter<Tag, NodeType, isConst>>
-makePartAdapter(NodeAdapterDetails::ConstIf<isConst, DOM::Document>& document)
+std::unique_ptr<DOMNodeAdapter<Tag, NodeType, isConst>> makePartAdapter(ConstIf<isConst, DOM::Document>& document)
 {
     using Type = OperationDOMNodeType;
     if constexpr (part == Type::HeaderFooterPairCollection)

@@ -42,8 +42,8 @@ class CellAdapterCreator
 public:
     /// The adapter of a live position of `table`, whether or not a cell stands there.
     template<class Tag, class NodeType>
-    static std::unique_ptr<DOMNodeAdapter<Tag, NodeType, isConst>>
-    makeCell(NodeAdapterDetails::ConstIf<isConst, DOM::Table>& table, RowIndex row, ColumnIndex column)
+    static std::unique_ptr<DOMNodeAdapter<Tag, NodeType, isConst>> makeCell(ConstIf<isConst, DOM::Table>& table,
+                                                                            RowIndex row, ColumnIndex column)
     {
         return std::make_unique<GenericCellNodeAdapter<Tag, NodeType, isConst>>(
             CellReference<isConst>(table, row, column));

@@ -68,7 +68,7 @@ struct HeaderOrFooterReference
         return {_text, _type};
     }
 
-    NodeAdapterDetails::ConstIf<isConst, DOM::TextWithTombstones>& _text;
+    ConstIf<isConst, DOM::TextWithTombstones>& _text;
     DOM::HeaderFooterType _type;
 };
 
