@@ -146,6 +146,21 @@ TEST(InsertionRules, WhatWouldPartATagFromItsFirstByteMovesInFrontOfTheTag)
     EXPECT_EQ("x", repair("{|ab}", 2, "x"));
 }
 
+TEST(InsertionRules, MovingInFrontOfATagWalksNoFurtherThanThat)
+{
+    DOM::TextWithTombstones text = TestSupport::makeText("{|a}{|bc}");
+    PlaneAnchor anchor{IndexExcludingTombstones(6)};
+    const TextSurroundings surroundings(text.getBlocks(), anchor);
+    EXPECT_EQ(ElementType::Char, surroundings.getElementType(IndexExcludingTombstones(6)));
+    // Any walk from the beginning would stumble over a missing block.
+    text.getBlocks()[0].reset();
+    TextWithTombstonesElementVector elements = TestSupport::makeElements("#");
+    IndexExcludingTombstones startIndex(6);
+    EXPECT_TRUE(fixBusinessLogicForInsertion(elements, startIndex, surroundings));
+    EXPECT_EQ(5u, startIndex.get());
+    EXPECT_EQ("}#{", TestSupport::print(elements));
+}
+
 TEST(InsertionRules, ABlockBehindAnAtomicRunLeavesTheParagraphOpen)
 {
     EXPECT_EQ("#{", repair("{|a~}", 4, "#"));
