@@ -1,6 +1,8 @@
 #include "CE_BaseOperationExecutor.h"
 
 #include "CE_AfterDocumentActionSignal.h"
+#include "CE_BaseOperationTransformer.h"
+#include "CE_InverseOperation.h"
 
 #include "Util_Assert.h"
 
@@ -75,23 +77,35 @@ bool BaseOperationExecutor::run(Operation& operation, OperationUPtr& changedOp)
 bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPtr& changedOp)
 {
     bool isChanged = false;
-    std::vector<OperationUPtr> changedParts(composite.getParts().size());
-    for (std::size_t index = 0; index < changedParts.size(); ++index)
+    std::vector<OperationUPtr> happened;
+    std::vector<OperationUPtr> changes;
+    happened.reserve(composite.getParts().size());
+    for (const OperationUPtr& part : composite.getParts())
     {
-        isChanged |= run(*composite.getParts()[index], changedParts[index]);
+        // A part behind a changed one was made for what that was to be.
+        OperationUPtr followed = changes.empty() ? nullptr : follow(*part, changes);
+        Operation& planned = followed ? *followed : *part;
+        OperationUPtr changedPart;
+        if (run(planned, changedPart))
+        {
+            isChanged = true;
+            changes.push_back(makeReversal(planned));
+            changes.push_back(cloneOperation(*changedPart));
+        }
+        happened.push_back(changedPart ? std::move(changedPart) : std::move(followed));
     }
     if (!isChanged)
     {
         return false;
     }
-    for (std::size_t index = 0; index < changedParts.size(); ++index)
+    for (std::size_t index = 0; index < happened.size(); ++index)
     {
-        if (!changedParts[index])
+        if (!happened[index])
         {
-            changedParts[index] = cloneOperation(*composite.getParts()[index]);
+            happened[index] = cloneOperation(*composite.getParts()[index]);
         }
     }
-    OperationUPtr whatHappened = makeOperationFromParts(std::move(changedParts));
+    OperationUPtr whatHappened = makeOperationFromParts(std::move(happened));
     if (composite.bringsShadowedAlong())
     {
         if (auto* changedComposite = cast<CompositeOperation>(whatHappened.get()))
@@ -102,6 +116,23 @@ bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPt
     changedOp = std::move(whatHappened);
     changedOp->inheritIDIfPossibleImpl(composite);
     return true;
+}
+
+/// `part` past the changes of the parts before it, and these past `part`.
+OperationUPtr BaseOperationExecutor::follow(const Operation& part, std::vector<OperationUPtr>& changes) const
+{
+    OperationUPtr followed = cloneOperation(part);
+    if (!_transformer)
+    {
+        return followed;
+    }
+    for (OperationUPtr& change : changes)
+    {
+        OperationUPtr next = _transformer->include(*followed, *change, TieResolveCondition::SecondWins);
+        change = _transformer->include(*change, *followed, TieResolveCondition::FirstWins);
+        followed = std::move(next);
+    }
+    return followed;
 }
 
 void BaseOperationExecutor::takeBack(Operation& operation)

@@ -18,20 +18,20 @@ AddressChange AncestorListMultirangeModificationTransformer::include(OperationNo
                                                                      const HierarchicalOperation& modification) const
 {
     return includeInListAddress(address, modification.getNodeAddress().getSize(),
-                                describeSlots(cast<ListMultirangeOperation>(modification), nullptr));
+                                describeSlots(castToFamily<ListMultirangeOperation>(modification), nullptr));
 }
 
 void ListMultirangeNodePositionTransformer::include(const HierarchicalOperation& operation,
                                                     NodeAddressWithTransformationData& position) const
 {
-    includeInListPosition(position, operation, describeSlots(cast<ListMultirangeOperation>(operation), nullptr));
+    includeInListPosition(position, operation, describeSlots(castToFamily<ListMultirangeOperation>(operation), nullptr));
 }
 
 void ListMultirangeNodePositionTransformer::exclude(const HierarchicalOperation& operation,
                                                     NodeAddressWithTransformationData& position) const
 {
     includeInListPosition(position, operation,
-                          reverseSlots(describeSlots(cast<ListMultirangeOperation>(operation), nullptr)));
+                          reverseSlots(describeSlots(castToFamily<ListMultirangeOperation>(operation), nullptr)));
 }
 
 } // namespace Zem::CollaborationEngine

@@ -26,9 +26,9 @@ template<class Root>
 OperationUPtr includeListOperation(const NodeOperand& first, const NodeOperand& second,
                                    TieResolveCondition tieResolveCondition)
 {
-    const Root& firstOperation = cast<Root>(first._operation);
+    const Root& firstOperation = castToFamily<Root>(first._operation);
     const SlotOperation firstSlots = describeSlots(firstOperation, first._shadows);
-    const SlotOperation secondSlots = describeSlots(cast<Root>(second._operation), second._shadows);
+    const SlotOperation secondSlots = describeSlots(castToFamily<Root>(second._operation), second._shadows);
     const SlotPairRule rule = getSlotPairRule(firstSlots._action, secondSlots._action);
     if (!rule)
     {

@@ -18,19 +18,19 @@ AddressChange AncestorListModificationTransformer::include(OperationNodeAddress&
                                                            const HierarchicalOperation& modification) const
 {
     return includeInListAddress(address, modification.getNodeAddress().getSize(),
-                                describeSlots(cast<ListOperation>(modification), nullptr));
+                                describeSlots(castToFamily<ListOperation>(modification), nullptr));
 }
 
 void ListNodePositionTransformer::include(const HierarchicalOperation& operation,
                                           NodeAddressWithTransformationData& position) const
 {
-    includeInListPosition(position, operation, describeSlots(cast<ListOperation>(operation), nullptr));
+    includeInListPosition(position, operation, describeSlots(castToFamily<ListOperation>(operation), nullptr));
 }
 
 void ListNodePositionTransformer::exclude(const HierarchicalOperation& operation,
                                           NodeAddressWithTransformationData& position) const
 {
-    includeInListPosition(position, operation, reverseSlots(describeSlots(cast<ListOperation>(operation), nullptr)));
+    includeInListPosition(position, operation, reverseSlots(describeSlots(castToFamily<ListOperation>(operation), nullptr)));
 }
 
 } // namespace Zem::CollaborationEngine

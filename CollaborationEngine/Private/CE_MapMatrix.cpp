@@ -16,7 +16,7 @@ using MapRemove = MapInsertOrRemoveOperation<MapRemoveTag>;
 template<class T>
 std::unique_ptr<T> makeLike(const NodeOperand& operand, const SharedConstPtr<DataValue>& value)
 {
-    const auto& model = cast<MapOperation>(operand._operation);
+    const auto& model = castToFamily<MapOperation>(operand._operation);
     auto operation = std::make_unique<T>(model.getNodeAddress(), model.getOperandType(), model.getKey(), value);
     operation->inheritIDIfPossibleImpl(model);
     return operation;
@@ -25,7 +25,7 @@ std::unique_ptr<T> makeLike(const NodeOperand& operand, const SharedConstPtr<Dat
 OperationUPtr makeLeaving(const NodeOperand& operand, const SharedConstPtr<DataValue>& value,
                           unsigned long holdersCount)
 {
-    const auto& model = cast<MapOperation>(operand._operation);
+    const auto& model = castToFamily<MapOperation>(operand._operation);
     auto leaving = std::make_unique<MapLeaveRemovedOperation>(model.getNodeAddress(), model.getOperandType(),
                                                               model.getKey(), value, holdersCount);
     leaving->inheritIDIfPossibleImpl(model);
@@ -145,7 +145,7 @@ constexpr MapPairRule mapMatrix[mapActionsCount][mapActionsCount] = {
 MapAction getMapAction(const NodeOperand& operand)
 {
     return visitWith<MapAction>(
-        cast<MapOperation>(operand._operation),
+        castToFamily<MapOperation>(operand._operation),
         [&](const MapInsert&) { return isHeldDown(operand) ? MapAction::Releasing : MapAction::Insertion; },
         [](const MapRemove&) { return MapAction::Removal; },
         [](const MapLeaveRemovedOperation&) { return MapAction::Leaving; });

@@ -27,8 +27,8 @@ AddressChange changeEntry(AddressChange::Kind kind, unsigned long chunkIndex, co
 OperationUPtr MapSameNodeTransformer::include(const NodeOperand& first, const NodeOperand& second,
                                               TieResolveCondition tieResolveCondition) const
 {
-    const auto& firstOperation = cast<MapOperation>(first._operation);
-    const auto& secondOperation = cast<MapOperation>(second._operation);
+    const auto& firstOperation = castToFamily<MapOperation>(first._operation);
+    const auto& secondOperation = castToFamily<MapOperation>(second._operation);
     if (!(derefPtr(firstOperation.getKey()) == derefPtr(secondOperation.getKey())))
     {
         return cloneWithoutShadowsAbove(first);
@@ -41,7 +41,7 @@ AddressChange AncestorMapModificationTransformer::include(OperationNodeAddress& 
                                                           const HierarchicalOperation& modification) const
 {
     const unsigned long chunkIndex = modification.getNodeAddress().getSize();
-    const auto& operation = cast<MapOperation>(modification);
+    const auto& operation = castToFamily<MapOperation>(modification);
     const auto* chunk = boost::get<AddressInMap>(&address.getItem(chunkIndex));
     if (!chunk || !(*chunk == AddressInMap(operation.getKey())))
     {

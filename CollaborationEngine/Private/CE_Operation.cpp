@@ -129,6 +129,11 @@ OperationUPtr makeOperationFromParts(std::vector<OperationUPtr> parts)
     return flat.size() == 1 ? std::move(flat.front()) : std::make_unique<CompositeOperation>(std::move(flat));
 }
 
+const HierarchicalOperation* AtomicOperation::getIfHierarchical() const
+{
+    return nullptr;
+}
+
 ShadowedOperation::ShadowedOperation(std::unique_ptr<AtomicOperation> original, Shadows shadows)
     : _original(std::move(original))
     , _shadows(std::move(shadows))

@@ -18,8 +18,8 @@ SetPropertyOperationTransformer::SetPropertyOperationTransformer(std::shared_ptr
 OperationUPtr SetPropertyOperationTransformer::include(const NodeOperand& first, const NodeOperand& second,
                                                        TieResolveCondition tieResolveCondition) const
 {
-    const auto& firstOperation = cast<SetPropertyOperation>(first._operation);
-    const auto& secondOperation = cast<SetPropertyOperation>(second._operation);
+    const auto& firstOperation = castToFamily<SetPropertyOperation>(first._operation);
+    const auto& secondOperation = castToFamily<SetPropertyOperation>(second._operation);
     if (firstOperation.getPropertyID() != secondOperation.getPropertyID())
     {
         return cloneOperation(firstOperation);
@@ -48,7 +48,7 @@ void leaveReplacedChild(const HierarchicalOperation& operation, NodeAddressWithT
 {
     OperationNodeAddress& address = position.getAddress();
     const unsigned long childIndex = operation.getNodeAddress().getSize();
-    if (childIndex + 1 == address.getSize() || !replacesChild(cast<SetPropertyOperation>(operation), address))
+    if (childIndex + 1 == address.getSize() || !replacesChild(castToFamily<SetPropertyOperation>(operation), address))
     {
         return;
     }
@@ -63,7 +63,7 @@ void leaveReplacedChild(const HierarchicalOperation& operation, NodeAddressWithT
 AddressChange AncestorSetPropertyModificationTransformer::include(OperationNodeAddress& address,
                                                                   const HierarchicalOperation& modification) const
 {
-    const bool isReplaced = replacesChild(cast<SetPropertyOperation>(modification), address);
+    const bool isReplaced = replacesChild(castToFamily<SetPropertyOperation>(modification), address);
     return AddressChange{isReplaced ? AddressChange::Kind::IsGone : AddressChange::Kind::Follows};
 }
 

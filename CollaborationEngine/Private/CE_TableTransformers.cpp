@@ -238,11 +238,11 @@ OperationUPtr TableSameNodeTransformer::include(const NodeOperand& first, const 
             return includeCrossAxis(first, firstOperation, second, secondOperation.getNestedOperation());
         }
     };
-    return visitWith<OperationUPtr>(cast<TableOperation>(first._operation),
+    return visitWith<OperationUPtr>(castToFamily<TableOperation>(first._operation),
                                     [&](const auto& firstOperation)
                                     {
                                         return visitWith<OperationUPtr>(
-                                            cast<TableOperation>(second._operation), [&](const auto& secondOperation)
+                                            castToFamily<TableOperation>(second._operation), [&](const auto& secondOperation)
                                             { return includeOf(firstOperation, secondOperation); });
                                     });
 }
@@ -250,21 +250,21 @@ OperationUPtr TableSameNodeTransformer::include(const NodeOperand& first, const 
 AddressChange AncestorTableModificationTransformer::include(OperationNodeAddress& address,
                                                             const HierarchicalOperation& modification) const
 {
-    return visitWith<AddressChange>(cast<TableOperation>(modification),
+    return visitWith<AddressChange>(castToFamily<TableOperation>(modification),
                                     [&](const auto& operation) { return includeInTableAddress(address, operation); });
 }
 
 void TableNodePositionTransformer::include(const HierarchicalOperation& operation,
                                            NodeAddressWithTransformationData& position) const
 {
-    visitWith(cast<TableOperation>(operation),
+    visitWith(castToFamily<TableOperation>(operation),
               [&](const auto& tableOperation) { moveInTable(position, tableOperation, false); });
 }
 
 void TableNodePositionTransformer::exclude(const HierarchicalOperation& operation,
                                            NodeAddressWithTransformationData& position) const
 {
-    visitWith(cast<TableOperation>(operation),
+    visitWith(castToFamily<TableOperation>(operation),
               [&](const auto& tableOperation) { moveInTable(position, tableOperation, true); });
 }
 

@@ -3,6 +3,8 @@
 #include "CE_Operation.h"
 #include "CE_OperationNodeAddress.h"
 
+#include <typeinfo>
+
 namespace Zem::CollaborationEngine
 {
 
@@ -10,6 +12,16 @@ namespace Zem::CollaborationEngine
 class ZEM_EXPORT HierarchicalOperation : public AtomicOperation
 {
 public:
+    /// By the kind of the node. Each root of a family names its own as `family`.
+    enum class Family
+    {
+        List,
+        ListMultirange,
+        Map,
+        SetProperty,
+        Table
+    };
+
     HierarchicalOperation(OperationNodeAddress nodeAddress, unsigned long nodeType)
         : _nodeAddress(std::move(nodeAddress))
         , _operandType(nodeType)
@@ -33,10 +45,29 @@ public:
 
     using AtomicOperation::cloneTo;
 
+    virtual Family getFamily() const = 0;
+
+    const HierarchicalOperation* getIfHierarchical() const final
+    {
+        return this;
+    }
+
 private:
     OperationNodeAddress _nodeAddress;
     unsigned long _operandType;
 };
+
+/// The operation as one of a family, which costs less than a dynamic cast. Fails: `std::bad_cast` for one of another
+/// family.
+template<class Root>
+const Root& castToFamily(const HierarchicalOperation& operation)
+{
+    if (operation.getFamily() != Root::family)
+    {
+        throw std::bad_cast();
+    }
+    return static_cast<const Root&>(operation);
+}
 
 /// Implements the rest of what concrete atomic operations do alike. `Root` is the root of the operation's family, which
 /// declares the family's closed visitor and its `accept`.

@@ -16,6 +16,8 @@ class ListMultirangeOperationImpl;
 class ZEM_EXPORT ListMultirangeOperation : public HierarchicalOperation
 {
 public:
+    static constexpr Family family = Family::ListMultirange;
+
     using VisitorType = Visitor<TypeList<ListMultirangeOperationImpl<ListModificationOperation<InsertTag>>,
                                          ListMultirangeOperationImpl<ListModificationOperation<RemoveTag>>,
                                          ListMultirangeOperationImpl<ListModificationOperation<MarkAsRemovedTag>>,
@@ -33,6 +35,11 @@ public:
     using HierarchicalOperation::accept;
     virtual void accept(VisitorType& visitor) = 0;
     virtual void accept(ConstVisitorType& visitor) const = 0;
+
+    Family getFamily() const final
+    {
+        return family;
+    }
 };
 
 /// Several single-range operations of one kind on one list. They stand from the highest position to the lowest, all in

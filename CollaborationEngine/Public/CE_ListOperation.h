@@ -35,6 +35,8 @@ class ListLeaveTombstonesOperation;
 class ZEM_EXPORT ListOperation : public HierarchicalOperation
 {
 public:
+    static constexpr Family family = Family::List;
+
     using VisitorType =
         Visitor<TypeList<ListModificationOperation<InsertTag>, ListModificationOperation<RemoveTag>,
                          ListModificationOperation<MarkAsRemovedTag>, ListModificationOperation<RestoreTag>,
@@ -53,6 +55,11 @@ public:
     using HierarchicalOperation::accept;
     virtual void accept(VisitorType& visitor) = 0;
     virtual void accept(ConstVisitorType& visitor) const = 0;
+
+    Family getFamily() const final
+    {
+        return family;
+    }
 
     const IndexRange<unsigned long>& getRange() const
     {

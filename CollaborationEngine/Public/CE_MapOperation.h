@@ -27,6 +27,8 @@ class MapLeaveRemovedOperation;
 class ZEM_EXPORT MapOperation : public HierarchicalOperation
 {
 public:
+    static constexpr Family family = Family::Map;
+
     using VisitorType = Visitor<TypeList<MapInsertOrRemoveOperation<MapInsertTag>,
                                          MapInsertOrRemoveOperation<MapRemoveTag>, MapLeaveRemovedOperation>>;
     using ConstVisitorType =
@@ -42,6 +44,11 @@ public:
     using HierarchicalOperation::accept;
     virtual void accept(VisitorType& visitor) = 0;
     virtual void accept(ConstVisitorType& visitor) const = 0;
+
+    Family getFamily() const final
+    {
+        return family;
+    }
 
     /// May be null in an operation that was read from broken data; who needs the key asserts on it.
     const SharedConstPtr<NodeAddressing::MapKey>& getKey() const

@@ -21,6 +21,7 @@ class AtomicOperation;
 class BaseOperationTransformer;
 class CompositeOperation;
 class EmptyOperation;
+class HierarchicalOperation;
 class Operation;
 class OperationExecutor;
 class ShadowedOperation;
@@ -185,6 +186,9 @@ public:
 
     virtual void cloneTo(std::shared_ptr<AtomicOperation>& target) const = 0;
     virtual void cloneTo(std::unique_ptr<AtomicOperation>& target) const = 0;
+
+    /// This operation as one that is aimed at a node; null if it isn't. It costs less than a dynamic cast.
+    virtual const HierarchicalOperation* getIfHierarchical() const;
 };
 
 /// An operation that another one keeps from having an effect: its target was removed, or, for a restoring, other

@@ -13,6 +13,8 @@ class ZEM_EXPORT SetPropertyOperation final
     : public HierarchicalOperationImpl<SetPropertyOperation, HierarchicalOperation>
 {
 public:
+    static constexpr Family family = Family::SetProperty;
+
     /// Fails: "plainPtr" when a value is null.
     SetPropertyOperation(OperationNodeAddress nodeAddress, unsigned long nodeType, unsigned long propertyId,
                          SharedConstPtr<DataValue> oldValue, SharedConstPtr<DataValue> newValue);
@@ -51,6 +53,11 @@ public:
     }
 
     OperationUPtr getPseudoIdentity(const BaseOperationTransformer& transformer) const override;
+
+    Family getFamily() const override
+    {
+        return family;
+    }
 
 private:
     unsigned long _propertyId;

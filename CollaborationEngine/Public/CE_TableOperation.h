@@ -190,6 +190,8 @@ using TableColumnOperation = TableRowOrColumnOperation<ColumnTag>;
 class ZEM_EXPORT TableOperation : public HierarchicalOperation
 {
 public:
+    static constexpr Family family = Family::Table;
+
     using VisitorType = Visitor<TypeList<TableRowOperation, TableColumnOperation>>;
     using ConstVisitorType = Visitor<TypeList<const TableRowOperation, const TableColumnOperation>>;
 
@@ -198,6 +200,11 @@ public:
     using HierarchicalOperation::accept;
     virtual void accept(VisitorType& visitor) = 0;
     virtual void accept(ConstVisitorType& visitor) const = 0;
+
+    Family getFamily() const final
+    {
+        return family;
+    }
 };
 
 /// An operation on one row (`RowTag`) or on one column (`ColumnTag`): what is done to it is the nested operation.

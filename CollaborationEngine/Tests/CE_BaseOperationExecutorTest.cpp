@@ -119,6 +119,20 @@ TEST_F(BaseOperationExecutorTest, ChangedPartLeavesARestoringWithWhatItBringsAlo
     EXPECT_EQ(describe(*_changedOp), "brings[/1 mark(1,1, a); /1 mark(2,1, a); ]");
 }
 
+// A restoring that a text refused used to bring an operation along to a place that was still dead.
+TEST_F(BaseOperationExecutorTest, PartBehindARefusedOneFollowsThat)
+{
+    std::vector<OperationUPtr> parts;
+    parts.push_back(makeMarking(RecordingExecutor::changedIndex));
+    parts.push_back(makeListOperation<Restore>(Family::SingleRange, {{RecordingExecutor::changedIndex, 1, "a"}}));
+    parts.push_back(makeMarking(2));
+    CompositeOperation composite(std::move(parts));
+    EXPECT_TRUE(_executor.executeAndChangeIfNeeded(composite, _changedOp));
+    EXPECT_EQ(describe(*_changedOp), "/1 mark(2,1, a)");
+    EXPECT_TRUE(std::none_of(_log.begin(), _log.end(),
+                             [](const std::string& line) { return line.find("restore") != std::string::npos; }));
+}
+
 TEST_F(BaseOperationExecutorTest, ChangedAtomicOperationTakesOverTheId)
 {
     unsigned long nextID = 4;

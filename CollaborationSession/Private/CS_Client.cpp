@@ -1,10 +1,12 @@
 #include "CS_Client.h"
 
+#include "CS_Bridge.h"
 #include "CS_ComposedTyping.h"
 #include "CS_MoveSelections.h"
 #include "CS_Rebase.h"
 #include "CS_Stopwatch.h"
 
+#include "CE_InverseOperation.h"
 #include "CE_OperationEquality.h"
 #include "DClb_DocumentPositionTransformer.h"
 
@@ -92,6 +94,32 @@ Client::~Client() = default;
 OperationExecutor& Client::getExecutor()
 {
     return *_executor;
+}
+
+OperationUPtr Client::makeUndo(Operation::Id operationID) const
+{
+    const Operation* undone = nullptr;
+    Bridge later(_replica.getTransformer());
+    const auto pass = [&](const Operation& operation, bool isOwn)
+    {
+        if (undone)
+        {
+            later.append(cloneOperation(operation));
+        }
+        else if (isOwn && operation.getID() == operationID)
+        {
+            undone = &operation;
+        }
+    };
+    for (const HistoryEntryPtr& entry : _entriesSinceCheckpoint)
+    {
+        pass(*entry->_operation, entry->_author == _id);
+    }
+    for (const OperationUPtr& operation : _pending)
+    {
+        pass(*operation, true);
+    }
+    return undone ? later.cross(*CollaborationEngine::makeUndo(*undone, _replica.getTransformer())) : nullptr;
 }
 
 boost::optional<ClientBatch> Client::takeBatch()

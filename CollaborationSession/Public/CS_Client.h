@@ -77,6 +77,12 @@ public:
     /// come in since: fails with "isLastUnsent" otherwise.
     CollaborationEngine::OperationExecutor& getExecutor();
 
+    /// An operation that undoes an own one, brought past all that came later, own and others': to be executed as any
+    /// own operation. What others did stands. Null if the client doesn't know the operation: it is too old (not among
+    /// the last thousands), was refused, or went into another one of composed keystrokes.
+    /// Cost: a transformation for each later operation, keystrokes in a row counting as two.
+    CollaborationEngine::OperationUPtr makeUndo(CollaborationEngine::Operation::Id operationID) const;
+
     /// Called when the document was replaced by an equal one, or one without an operation that failed: whoever keeps
     /// something about it looks again.
     void setOnDocumentReplaced(std::function<void()> onDocumentReplaced)

@@ -1,6 +1,9 @@
 #include "CS_InvalidEditError.h"
 #include "CS_SessionCase.h"
 
+#include "DClb_PropertyValues.h"
+#include "DOM_RunProps.h"
+
 #include <algorithm>
 #include <random>
 
@@ -14,8 +17,10 @@ namespace
 class RandomSession
 {
 public:
+    /// Every second seed also sets properties.
     explicit RandomSession(unsigned long seed)
         : _random(seed)
+        , _setsProperties(seed % 2 == 0)
         , _session(seed % 3 == 0   ? "{|abc}{}{|de|f}"
                    : seed % 3 == 1 ? ""
                                    : "{|a~|b}#{|cd}{|e}",
@@ -25,6 +30,7 @@ public:
 
     void run(unsigned long stepsCount)
     {
+        _session.setComparesJson(!_setsProperties);
         for (unsigned long step = 0; step < stepsCount; ++step)
         {
             doOneThing();
@@ -41,7 +47,7 @@ private:
     void doOneThing()
     {
         Participant& participant = _session[pick(_session.size())];
-        switch (pick(8))
+        switch (pick(11))
         {
         case 0:
             participant.send();
@@ -57,6 +63,15 @@ private:
             }
             break;
         case 3:
+            if (_setsProperties)
+            {
+                setProperty(participant);
+            }
+            break;
+        case 4:
+            undo(participant);
+            break;
+        case 5:
             participant.putCaret(pick(countCharacters(participant) + 1));
             break;
         default:
@@ -80,6 +95,43 @@ private:
         }
     }
 
+    void setProperty(Participant& participant)
+    {
+        const unsigned long count = countCharacters(participant);
+        const unsigned long begin = pick(count + 1);
+        const unsigned long end = std::min(count, begin + pick(5));
+        const auto props = std::make_shared<DOM::RunProps>();
+        if (pick(2) == 0)
+        {
+            props->_weight = pick(2) == 0 ? DOM::FontWeight::Bold : DOM::FontWeight::Light;
+        }
+        if (pick(2) == 0)
+        {
+            props->_fontSize = static_cast<float>(10 + pick(3));
+        }
+        using DOMCollaboration::MapPropertyIdToSimpleDataValue;
+        using DOMCollaboration::PropertyId;
+        if (pick(2) == 0)
+        {
+            participant.setRunProperty(
+                begin, end, PropertyId::RunPropertyId,
+                makeSharedConst<MapPropertyIdToSimpleDataValue<PropertyId::RunPropertyId>>(props));
+            return;
+        }
+        participant.setParagraphProperty(
+            begin, end, PropertyId::ParagraphRunPropertyId,
+            makeSharedConst<MapPropertyIdToSimpleDataValue<PropertyId::ParagraphRunPropertyId>>(props));
+    }
+
+    void undo(Participant& participant)
+    {
+        const auto& operationIDs = participant.getOperationIDs();
+        if (!operationIDs.empty())
+        {
+            participant.undo(operationIDs[pick(operationIDs.size())]);
+        }
+    }
+
     static unsigned long countCharacters(const Participant& participant)
     {
         return countCodePoints(participant.getText());
@@ -92,6 +144,7 @@ private:
     }
 
     std::mt19937_64 _random;
+    bool _setsProperties;
     SessionCase _session;
 };
 
@@ -103,7 +156,7 @@ void runSeed(unsigned long seed)
 
 TEST(RandomSession, AllDocumentsEndEqual)
 {
-    for (unsigned long seed = 1; seed <= 300 && !HasFailure(); ++seed)
+    for (unsigned long seed = 1; seed <= 150 && !HasFailure(); ++seed)
     {
         runSeed(seed);
     }
@@ -113,6 +166,12 @@ TEST(RandomSession, AllDocumentsEndEqual)
 TEST(RandomSession, PendingDeletionThatCantBeTakenBackIsGotAroundByACopy)
 {
     runSeed(149);
+}
+
+// A text refused a restoring that was to bring a property along.
+TEST(RandomSession, PropertyWhoseRestoringIsRefusedStaysShadowed)
+{
+    runSeed(270);
 }
 
 } // namespace

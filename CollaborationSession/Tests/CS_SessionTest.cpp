@@ -260,6 +260,53 @@ TEST(Session, PendingOperationIsTakenBackUnlessItWasSent)
     EXPECT_ASSERTION(editor.takeBack(typed), "isLastUnsent");
 }
 
+TEST(Session, UndoOfADeletionLeavesWhatOthersDid)
+{
+    SessionCase session("{|abcdef}");
+    session[0].replace(1, 5, "");
+    session[1].replace(3, 3, "x");
+    session.settle();
+    EXPECT_EQ(session[0].getText(), "axf");
+    EXPECT_TRUE(session[0].undo(session[0].getOperationIDs().front()));
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "abcxdef");
+}
+
+TEST(Session, WordThatTwoDeletedStaysDeletedWhenOneTakesItBack)
+{
+    SessionCase session("{|one two}");
+    session[0].replace(3, 7, "");
+    session[1].replace(3, 7, "");
+    session.settle();
+    EXPECT_TRUE(session[0].undo(session[0].getOperationIDs().front()));
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "one");
+    EXPECT_TRUE(session[1].undo(session[1].getOperationIDs().front()));
+    session.settle();
+    EXPECT_EQ(session[0].getText(), "one two");
+}
+
+TEST(Session, UndoOfAnInsertionLeavesWhatOthersTypedInside)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(1, 1, "xyz");
+    session.settle();
+    session[1].replace(2, 2, "-");
+    session.settle();
+    EXPECT_TRUE(session[0].undo(session[0].getOperationIDs().front()));
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "a-b");
+}
+
+TEST(Session, UnknownOperationCantBeUndone)
+{
+    SessionCase session("{|ab}");
+    EXPECT_FALSE(session[0].undo(12345));
+    session[1].replace(0, 0, "x");
+    session.settle();
+    EXPECT_FALSE(session[0].undo(session[1].getOperationIDs().front()));
+}
+
 TEST(Session, SelectionsOfOthersMoveWithTheText)
 {
     SessionCase session("{|abcd}");

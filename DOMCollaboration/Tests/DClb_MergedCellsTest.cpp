@@ -112,6 +112,15 @@ TEST(MergedCells, ARectangleFindsMergesOfOneRowToo)
     EXPECT_EQ(Places(), findInRect(table, 4, 1, 0, 6));
 }
 
+TEST(MergedCells, ARectangleThatBeginsInsideAMergeGoesOnRightBehindIt)
+{
+    DOM::Table table(3, 6);
+    table.setMergeProps(row(0), column(0), 1, 3);
+    table.setMergeProps(row(1), column(4), 1, 0);
+    EXPECT_EQ((Places{{0, 0}, {1, 4}}), findInRect(table, 1, 1, 2, 4));
+    EXPECT_EQ((Places{{0, 0}, {1, 4}}), findInRect(table, 1, 1, 3, 3));
+}
+
 TEST(MergedCells, AColumnScanIgnoresMergesOfOneColumn)
 {
     const DOM::Table table = makeTable();

@@ -134,6 +134,14 @@ TYPED_TEST(TableActionsValidatorTest, AnArrayGoesAsAWholeOrNotAtAll)
     EXPECT_TRUE(TypeParam::canRemove(table, arrayBegin + arraySize, 3)) << "behind the array";
 }
 
+TYPED_TEST(TableActionsValidatorTest, APartWhoseRootWouldStandInFrontOfTheTableStays)
+{
+    DOM::Table table(size, size);
+    setFieldInfo(table, 1, 1, DOM::ArrayFormulaShift(2, 2));
+    EXPECT_FALSE(TypeParam::canRemove(table, 0, size));
+    EXPECT_TRUE(TypeParam::canRemove(table, arrayBegin, size));
+}
+
 TYPED_TEST(TableActionsValidatorTest, EachLineOfAnArrayAloneIsRefused)
 {
     const DOM::Table table = makeTableWithArray();

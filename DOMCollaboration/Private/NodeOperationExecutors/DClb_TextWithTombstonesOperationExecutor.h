@@ -17,7 +17,11 @@ struct TextWithTombstonesInfo;
 /// of the text, live and dead; the tree holds only the live ones.
 ///
 /// An insertion whose data doesn't fit its new neighbours is repaired, and the repaired one becomes the changed
-/// operation. A marking or a restoring is applied as it stands or, for all its ranges together, not at all.
+/// operation. A marking or a restoring is applied as it stands or, for all its ranges together, not at all. An
+/// operation that can be neither carried out nor refused fails before anything is changed.
+///
+/// Cost: one walk over the text for all ranges together, and what they put in or take out. Each range with blocks of
+/// its own also moves the blocks behind it, by a pointer each.
 class TextWithTombstonesOperationExecutor final : public NodeOperationExecutor
 {
 public:

@@ -187,6 +187,30 @@ TEST_F(TextInCells, NothingGoesIntoACellThatIsMergedAwayOrCoveredByAPivotTable)
     EXPECT_EQ(isCovered ? "empty" : "as it stands", execute(*atCell(insert(0, "{|ab}"), 2, 2)));
 }
 
+TEST_F(TextInCells, OfTheCellsOnTheWayTheLastOneDecides)
+{
+    DOM::Blocks& blocks = getTable().getOrCreateCell(RowIndex(1), ColumnIndex(1)).getTextWithTombstones().getBlocks();
+    blocks.push_back(std::make_unique<DOM::Table>(2, 2));
+    auto& inner = static_cast<DOM::Table&>(*blocks.back());
+    const auto executeAt = [&](unsigned long row, unsigned long column)
+    {
+        OperationUPtr operation = insert(0, "{}");
+        OperationNodeAddress address = makeAddress(1, 1);
+        const OperationNodeAddress belowText = makeAddress(row, column);
+        for (unsigned long index = 1; index < belowText.getSize(); ++index)
+        {
+            address.appendItems(belowText.getItem(index));
+        }
+        cast<HierarchicalOperation>(*operation).setNodeAddress(address);
+        return execute(*operation);
+    };
+    inner.setMergeProps(RowIndex(0), ColumnIndex(0), 0, 1);
+    EXPECT_EQ("empty", executeAt(0, 1));
+    EXPECT_EQ("as it stands", executeAt(1, 1));
+    getTable().setMergeProps(RowIndex(0), ColumnIndex(0), 1, 1);
+    EXPECT_EQ("as it stands", executeAt(1, 0));
+}
+
 TEST_F(TextInCells, MarkingDoesNotAskWhetherTheCellIsAccessible)
 {
     setText(1, 1, "{|ab}");
