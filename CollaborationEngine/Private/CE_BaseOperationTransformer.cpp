@@ -1,8 +1,7 @@
 #include "CE_BaseOperationTransformer.h"
 
 #include "CE_Crossing.h"
-
-#include "Util_Cast.h"
+#include "CE_OperationKinds.h"
 
 namespace Zem::CollaborationEngine
 {
@@ -12,13 +11,13 @@ BaseOperationTransformer::~BaseOperationTransformer() = default;
 OperationUPtr BaseOperationTransformer::include(const Operation& first, const Operation& second,
                                                 TieResolveCondition tieResolveCondition) const
 {
-    if (cast<EmptyOperation>(&first) || cast<EmptyOperation>(&second))
+    if (getIf<EmptyOperation>(first) || getIf<EmptyOperation>(second))
     {
         return cloneOperation(first);
     }
     const Crossing crossing(*this);
     OperationUPtr result;
-    if (cast<CompositeOperation>(&first) || cast<CompositeOperation>(&second))
+    if (getIf<CompositeOperation>(first) || getIf<CompositeOperation>(second))
     {
         Crossing::Parts firstParts = Crossing::takeParts(first);
         Crossing::Parts secondParts = Crossing::takeParts(second);

@@ -1,6 +1,7 @@
 #include "CE_Crossing.h"
 
 #include "CE_NodeOperands.h"
+#include "CE_OperationKinds.h"
 
 #include "Util_Cast.h"
 
@@ -22,7 +23,7 @@ void appendMoved(Parts& target, Parts& source)
 
 bool isUnit(const Operation& operation)
 {
-    const auto* composite = cast<CompositeOperation>(&operation);
+    const auto* composite = getIf<CompositeOperation>(operation);
     return composite && composite->bringsShadowedAlong();
 }
 
@@ -35,7 +36,7 @@ void forEachPart(const Operation& operation, const Consume& consume)
     {
         const Operation* next = pending.back();
         pending.pop_back();
-        const auto* composite = cast<CompositeOperation>(next);
+        const auto* composite = getIf<CompositeOperation>(*next);
         if (composite && !composite->bringsShadowedAlong())
         {
             const Parts& parts = composite->getParts();
@@ -44,7 +45,7 @@ void forEachPart(const Operation& operation, const Consume& consume)
                 pending.push_back(part->get());
             }
         }
-        else if (!cast<EmptyOperation>(next))
+        else if (!getIf<EmptyOperation>(*next))
         {
             consume(*next);
         }
@@ -54,13 +55,13 @@ void forEachPart(const Operation& operation, const Consume& consume)
 /// The parts of a single result, which is handed over.
 Parts splitResult(OperationUPtr result)
 {
-    auto* composite = cast<CompositeOperation>(result.get());
+    auto* composite = getIf<CompositeOperation>(*result);
     if (composite && !composite->bringsShadowedAlong())
     {
         return std::move(composite->getParts());
     }
     Parts parts;
-    if (!cast<EmptyOperation>(result.get()))
+    if (!getIf<EmptyOperation>(*result))
     {
         parts.push_back(std::move(result));
     }
@@ -262,16 +263,16 @@ bool Crossing::joinRestoring(Parts& restoring, Parts& shadowed, TieResolveCondit
 OperationUPtr Crossing::includeSingle(const Operation& first, const Operation& second,
                                       TieResolveCondition tieResolveCondition) const
 {
-    if (const auto* shadowed = cast<ShadowedOperation>(&second))
+    if (const auto* shadowed = getIf<ShadowedOperation>(second))
     {
         return _transformer.includeImpl(first, *shadowed, tieResolveCondition);
     }
-    const auto& secondAtomic = cast<AtomicOperation>(second);
-    if (const auto* shadowed = cast<ShadowedOperation>(&first))
+    const AtomicOperation& secondAtomic = derefPtr(getIf<AtomicOperation>(second));
+    if (const auto* shadowed = getIf<ShadowedOperation>(first))
     {
         return _transformer.includeImpl(*shadowed, secondAtomic, tieResolveCondition);
     }
-    return _transformer.includeImpl(cast<AtomicOperation>(first), secondAtomic, tieResolveCondition);
+    return _transformer.includeImpl(derefPtr(getIf<AtomicOperation>(first)), secondAtomic, tieResolveCondition);
 }
 
 } // namespace Zem::CollaborationEngine

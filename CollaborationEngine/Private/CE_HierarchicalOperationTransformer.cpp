@@ -1,6 +1,7 @@
 #include "CE_HierarchicalOperationTransformer.h"
 
 #include "CE_NodeOperands.h"
+#include "CE_OperationKinds.h"
 
 #include "Util_Assert.h"
 
@@ -70,7 +71,7 @@ HierarchicalOperationTransformer::findAdressModifierTransformer(unsigned long no
 OperationUPtr HierarchicalOperationTransformer::includeImpl(const AtomicOperation& first, const AtomicOperation& second,
                                                             TieResolveCondition tieResolveCondition) const
 {
-    return includeOperand(makeNodeOperand(first), makeNodeOperand(second), tieResolveCondition);
+    return includeOperand({getHierarchical(first)}, {getHierarchical(second)}, tieResolveCondition);
 }
 
 OperationUPtr HierarchicalOperationTransformer::includeImpl(const ShadowedOperation& first,
@@ -108,7 +109,7 @@ OperationUPtr HierarchicalOperationTransformer::bringAlong(OperationUPtr restori
     parts.push_back(std::move(restoring));
     parts.push_back(std::move(broughtAlong));
     OperationUPtr flat = makeOperationFromParts(std::move(parts));
-    auto* composite = cast<CompositeOperation>(flat.get());
+    auto* composite = getIf<CompositeOperation>(*flat);
     return composite ? std::make_unique<CompositeOperation>(std::move(composite->getParts()), true) : std::move(flat);
 }
 

@@ -5,11 +5,11 @@
 #include "CE_ListSlots.h"
 #include "CE_MapOperation.h"
 #include "CE_NodeOperands.h"
+#include "CE_OperationKinds.h"
 #include "CE_SetPropertyOperation.h"
 #include "CE_TableSlots.h"
 
 #include "Util_Assert.h"
-#include "Util_Cast.h"
 
 #include <algorithm>
 
@@ -132,25 +132,22 @@ OperationUPtr invertSetProperty(const SetPropertyOperation& operation)
 
 OperationUPtr invertOnNode(const NodeOperand& operand, InsertedElements insertedElements)
 {
-    const HierarchicalOperation* operation = &operand._operation;
-    if (const auto* list = cast<ListOperation>(operation))
+    const HierarchicalOperation& operation = operand._operation;
+    switch (operation.getFamily())
     {
-        return invertList(*list, operand._shadows, insertedElements);
-    }
-    if (const auto* multirange = cast<ListMultirangeOperation>(operation))
-    {
-        return invertList(*multirange, operand._shadows, insertedElements);
-    }
-    if (const auto* map = cast<MapOperation>(operation))
-    {
-        return invertMap(*map, operand._shadows);
-    }
-    if (const auto* table = cast<TableOperation>(operation))
-    {
-        return visitWith<OperationUPtr>(*table, [&](const auto& typed)
+    case HierarchicalOperation::Family::List:
+        return invertList(castToFamily<ListOperation>(operation), operand._shadows, insertedElements);
+    case HierarchicalOperation::Family::ListMultirange:
+        return invertList(castToFamily<ListMultirangeOperation>(operation), operand._shadows, insertedElements);
+    case HierarchicalOperation::Family::Map:
+        return invertMap(castToFamily<MapOperation>(operation), operand._shadows);
+    case HierarchicalOperation::Family::SetProperty:
+        return invertSetProperty(castToFamily<SetPropertyOperation>(operation));
+    case HierarchicalOperation::Family::Table:
+        return visitWith<OperationUPtr>(castToFamily<TableOperation>(operation), [&](const auto& typed)
                                         { return invertTable(typed, operand, insertedElements); });
     }
-    return invertSetProperty(cast<SetPropertyOperation>(*operation));
+    ZEM_FAIL("The operation is of no family.");
 }
 
 OperationUPtr invertOperand(const NodeOperand& operand, InsertedElements insertedElements)
@@ -173,7 +170,7 @@ OperationUPtr invertOperand(const NodeOperand& operand, InsertedElements inserte
 /// Whatever isn't composite.
 OperationUPtr invertSingle(const Operation& operation, InsertedElements insertedElements)
 {
-    if (cast<EmptyOperation>(&operation))
+    if (getIf<EmptyOperation>(operation))
     {
         return std::make_unique<EmptyOperation>();
     }
@@ -219,7 +216,7 @@ OperationUPtr undoParts(const CompositeOperation& composite, const BaseOperation
 
 OperationUPtr makeReversal(const Operation& operation)
 {
-    const auto* composite = cast<CompositeOperation>(&operation);
+    const auto* composite = getIf<CompositeOperation>(operation);
     OperationUPtr reversal =
         composite ? reverseParts(*composite) : invertSingle(operation, InsertedElements::GoForGood);
     reversal->inheritIDIfPossibleImpl(operation);
@@ -228,7 +225,7 @@ OperationUPtr makeReversal(const Operation& operation)
 
 OperationUPtr makeUndo(const Operation& operation, const BaseOperationTransformer& transformer)
 {
-    if (const auto* composite = cast<CompositeOperation>(&operation))
+    if (const auto* composite = getIf<CompositeOperation>(operation))
     {
         return undoParts(*composite, transformer);
     }

@@ -3,8 +3,6 @@
 #include "CE_ListAddresses.h"
 #include "CE_ListSlots.h"
 
-#include "Util_Cast.h"
-
 namespace Zem::CollaborationEngine
 {
 
@@ -24,7 +22,8 @@ AddressChange AncestorListMultirangeModificationTransformer::include(OperationNo
 void ListMultirangeNodePositionTransformer::include(const HierarchicalOperation& operation,
                                                     NodeAddressWithTransformationData& position) const
 {
-    includeInListPosition(position, operation, describeSlots(castToFamily<ListMultirangeOperation>(operation), nullptr));
+    includeInListPosition(position, operation,
+                          describeSlots(castToFamily<ListMultirangeOperation>(operation), nullptr));
 }
 
 void ListMultirangeNodePositionTransformer::exclude(const HierarchicalOperation& operation,

@@ -3,8 +3,6 @@
 #include "CE_ListAddresses.h"
 #include "CE_ListSlots.h"
 
-#include "Util_Cast.h"
-
 namespace Zem::CollaborationEngine
 {
 
@@ -30,7 +28,8 @@ void ListNodePositionTransformer::include(const HierarchicalOperation& operation
 void ListNodePositionTransformer::exclude(const HierarchicalOperation& operation,
                                           NodeAddressWithTransformationData& position) const
 {
-    includeInListPosition(position, operation, reverseSlots(describeSlots(castToFamily<ListOperation>(operation), nullptr)));
+    includeInListPosition(position, operation,
+                          reverseSlots(describeSlots(castToFamily<ListOperation>(operation), nullptr)));
 }
 
 } // namespace Zem::CollaborationEngine

@@ -37,6 +37,7 @@ SharedConstPtr<ItemsCollection> takeItems(const SlotPiece& piece)
 }
 
 using PieceIterator = SlotPieces::const_iterator;
+using Stretches = boost::container::small_vector<Stretch, 2>;
 
 /// The items of all the pieces, or none if one of them has none.
 SharedConstPtr<ItemsCollection> joinItems(PieceIterator begin, PieceIterator end)
@@ -71,9 +72,9 @@ bool touch(SlotAction action, const SlotPiece& lower, const SlotPiece& upper)
 }
 
 /// The stretches of an operation, from the highest to the lowest.
-std::vector<Stretch> takeStretches(const SlotOperation& slots)
+Stretches takeStretches(const SlotOperation& slots)
 {
-    std::vector<Stretch> stretches;
+    Stretches stretches;
     stretches.reserve(slots._pieces.size());
     PieceIterator end = slots._pieces.end();
     while (end != slots._pieces.begin())
@@ -118,7 +119,7 @@ T makeSingle(const HierarchicalOperation& model, Stretch& stretch)
 struct SingleMaker
 {
     template<class T>
-    void makeEach(std::vector<Stretch> stretches)
+    void makeEach(Stretches stretches)
     {
         for (Stretch& stretch : stretches)
         {
@@ -126,7 +127,7 @@ struct SingleMaker
         }
     }
 
-    void makeReleasings(std::vector<Stretch> stretches)
+    void makeReleasings(Stretches stretches)
     {
         for (Stretch& stretch : stretches)
         {
@@ -143,7 +144,7 @@ struct SingleMaker
 struct MultirangeMaker
 {
     template<class T>
-    std::unique_ptr<ListMultirangeOperationImpl<T>> makeOne(std::vector<Stretch>& stretches)
+    std::unique_ptr<ListMultirangeOperationImpl<T>> makeOne(Stretches& stretches)
     {
         std::vector<T> nestedOperations;
         nestedOperations.reserve(stretches.size());
@@ -155,13 +156,13 @@ struct MultirangeMaker
     }
 
     template<class T>
-    void makeEach(std::vector<Stretch> stretches)
+    void makeEach(Stretches stretches)
     {
         _parts.push_back(makeOne<T>(stretches));
     }
 
     /// One operation for each number of holders.
-    void makeReleasings(std::vector<Stretch> stretches)
+    void makeReleasings(Stretches stretches)
     {
         while (!stretches.empty())
         {
@@ -171,7 +172,7 @@ struct MultirangeMaker
                                                           return stretch._holdersCount == first._holdersCount &&
                                                                  stretch._releasesAll == first._releasesAll;
                                                       });
-            std::vector<Stretch> alike(std::make_move_iterator(stretches.begin()), std::make_move_iterator(others));
+            Stretches alike(std::make_move_iterator(stretches.begin()), std::make_move_iterator(others));
             stretches.erase(stretches.begin(), others);
             _parts.push_back(std::make_unique<ShadowedOperation>(makeOne<Restore>(alike), makeHolds(first)));
         }

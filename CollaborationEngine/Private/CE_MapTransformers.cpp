@@ -2,8 +2,6 @@
 
 #include "CE_MapMatrix.h"
 
-#include "Util_Cast.h"
-
 namespace Zem::CollaborationEngine
 {
 

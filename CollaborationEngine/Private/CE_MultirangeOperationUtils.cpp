@@ -1,6 +1,7 @@
 #include "CE_MultirangeOperationUtils.h"
 
 #include "CE_ListSlots.h"
+#include "CE_OperationKinds.h"
 
 #include "Util_Cast.h"
 
@@ -16,12 +17,26 @@ template<class T>
 constexpr bool changesIndices =
     std::is_same_v<T, ListModificationOperation<InsertTag>> || std::is_same_v<T, ListModificationOperation<RemoveTag>>;
 
+/// The operation as one on several ranges; null if it is another one.
+ListMultirangeOperation* getIfMultirange(Operation& operation)
+{
+    const auto* atomic = getIf<AtomicOperation>(operation);
+    const HierarchicalOperation* hierarchical = atomic ? atomic->getIfHierarchical() : nullptr;
+    const bool isMultirange =
+        hierarchical && hierarchical->getFamily() == HierarchicalOperation::Family::ListMultirange;
+    return isMultirange ? static_cast<ListMultirangeOperation*>(const_cast<HierarchicalOperation*>(hierarchical))
+                        : nullptr;
+}
+
 template<class T>
 void sortDescending(std::vector<T>& nestedOperations)
 {
-    std::stable_sort(nestedOperations.begin(), nestedOperations.end(),
-                     [](const T& left, const T& right)
-                     { return left.getRange().getBegin() > right.getRange().getBegin(); });
+    const auto isHigher = [](const T& left, const T& right)
+    { return left.getRange().getBegin() > right.getRange().getBegin(); };
+    if (!std::is_sorted(nestedOperations.begin(), nestedOperations.end(), isHigher))
+    {
+        std::stable_sort(nestedOperations.begin(), nestedOperations.end(), isHigher);
+    }
 }
 
 /// Whether two neighbours, the higher one first, can be one piece.
@@ -33,27 +48,38 @@ bool touch(const T& upper, const T& lower)
     return (areInsertions ? range.getBegin() : range.getEnd()) == upper.getRange().getBegin();
 }
 
+/// What takes the place of `operation`; null if that stays, in order and without empty pieces.
 template<class T>
 OperationUPtr tidy(ListMultirangeOperationImpl<T>& operation, bool keepsPieceBorders)
 {
     std::vector<T>& nestedOperations = operation.getNestedOperations();
-    sortDescending(nestedOperations);
-    const auto neighbours = std::adjacent_find(nestedOperations.begin(), nestedOperations.end(), &touch<T>);
-    if (keepsPieceBorders || neighbours == nestedOperations.end())
+    std::erase_if(nestedOperations,
+                  [](const T& nestedOperation) { return nestedOperation.getRange().getCount() == 0; });
+    OperationUPtr joined;
+    if (nestedOperations.empty())
     {
-        return nullptr;
+        joined = std::make_unique<EmptyOperation>();
     }
-    SlotOperations slots;
-    slots.push_back(describeSlots(operation, nullptr));
-    OperationUPtr joined = makeOperationsOnSlots(operation, slots);
+    else
+    {
+        sortDescending(nestedOperations);
+        const auto neighbours = std::adjacent_find(nestedOperations.begin(), nestedOperations.end(), &touch<T>);
+        if (keepsPieceBorders || neighbours == nestedOperations.end())
+        {
+            return nullptr;
+        }
+        SlotOperations slots;
+        slots.push_back(describeSlots(operation, nullptr));
+        joined = makeOperationsOnSlots(operation, slots);
+    }
     joined->inheritIDIfPossibleImpl(operation);
     return joined;
 }
 
-OperationUPtr tidyMultirange(OperationUPtr operation, bool keepsPieceBorders)
+OperationUPtr tidyMultirange(OperationUPtr operation, ListMultirangeOperation& multirange, bool keepsPieceBorders)
 {
-    OperationUPtr joined = visitWith<OperationUPtr>(cast<ListMultirangeOperation>(*operation), [&](auto& multirange)
-                                                    { return tidy(multirange, keepsPieceBorders); });
+    OperationUPtr joined =
+        visitWith<OperationUPtr>(multirange, [&](auto& typed) { return tidy(typed, keepsPieceBorders); });
     return joined ? std::move(joined) : std::move(operation);
 }
 
@@ -86,8 +112,8 @@ bool takeIn(ListMultirangeOperationImpl<T>& operation, ListMultirangeOperation& 
 
 bool takeInNext(Operation& operation, Operation& next)
 {
-    auto* multirange = cast<ListMultirangeOperation>(&operation);
-    auto* nextMultirange = cast<ListMultirangeOperation>(&next);
+    ListMultirangeOperation* multirange = getIfMultirange(operation);
+    ListMultirangeOperation* nextMultirange = getIfMultirange(next);
     return multirange && nextMultirange &&
            visitWith<bool>(*multirange, [&](auto& single) { return takeIn(single, *nextMultirange); });
 }
@@ -97,11 +123,7 @@ OperationUPtr mergeParts(CompositeOperation& composite, bool keepsPieceBorders)
     std::vector<OperationUPtr> merged;
     for (OperationUPtr& part : composite.getParts())
     {
-        if (cast<EmptyOperation>(part.get()))
-        {
-            continue;
-        }
-        if (merged.empty() || !takeInNext(*merged.back(), *part))
+        if (!getIf<EmptyOperation>(*part) && (merged.empty() || !takeInNext(*merged.back(), *part)))
         {
             merged.push_back(std::move(part));
         }
@@ -110,11 +132,10 @@ OperationUPtr mergeParts(CompositeOperation& composite, bool keepsPieceBorders)
     {
         part = mergeOperations(std::move(part), keepsPieceBorders);
     }
-    if (merged.size() == 1)
-    {
-        return std::move(merged.front());
-    }
-    auto result = std::make_unique<CompositeOperation>(std::move(merged), composite.bringsShadowedAlong());
+    std::erase_if(merged, [](const OperationUPtr& part) { return getIf<EmptyOperation>(*part) != nullptr; });
+    OperationUPtr result =
+        merged.size() > 1 ? std::make_unique<CompositeOperation>(std::move(merged), composite.bringsShadowedAlong())
+                          : makeOperationFromParts(std::move(merged));
     result->inheritIDIfPossibleImpl(composite);
     return result;
 }
@@ -123,14 +144,13 @@ OperationUPtr mergeParts(CompositeOperation& composite, bool keepsPieceBorders)
 
 OperationUPtr mergeOperations(OperationUPtr operation, bool keepsPieceBorders)
 {
-    if (cast<ListMultirangeOperation>(operation.get()))
+    if (ListMultirangeOperation* multirange = getIfMultirange(*operation))
     {
-        return tidyMultirange(std::move(operation), keepsPieceBorders);
+        return tidyMultirange(std::move(operation), *multirange, keepsPieceBorders);
     }
-    if (auto* composite = cast<CompositeOperation>(operation.get()))
+    if (auto* composite = getIf<CompositeOperation>(*operation))
     {
-        const auto isMultirange = [](const OperationUPtr& part)
-        { return cast<ListMultirangeOperation>(part.get()) != nullptr; };
+        const auto isMultirange = [](const OperationUPtr& part) { return getIfMultirange(*part) != nullptr; };
         if (std::any_of(composite->getParts().begin(), composite->getParts().end(), isMultirange))
         {
             return mergeParts(*composite, keepsPieceBorders);

@@ -1,6 +1,6 @@
 #include "CE_NodeOperands.h"
 
-#include "Util_Cast.h"
+#include "CE_OperationKinds.h"
 
 #include <algorithm>
 
@@ -21,11 +21,11 @@ std::unique_ptr<AtomicOperation> cloneAtomic(const AtomicOperation& operation)
 
 NodeOperand makeNodeOperand(const Operation& operation)
 {
-    if (const auto* shadowed = cast<ShadowedOperation>(&operation))
+    if (const auto* shadowed = getIf<ShadowedOperation>(operation))
     {
-        return NodeOperand{cast<HierarchicalOperation>(shadowed->getOriginal()), &shadowed->getShadows()};
+        return NodeOperand{getHierarchical(shadowed->getOriginal()), &shadowed->getShadows()};
     }
-    return NodeOperand{cast<HierarchicalOperation>(operation)};
+    return NodeOperand{getHierarchical(derefPtr(getIf<AtomicOperation>(operation)))};
 }
 
 OperationUPtr cloneOperand(const NodeOperand& operand)
@@ -65,19 +65,19 @@ OperationUPtr addDeadPlaces(OperationUPtr operation, const std::vector<DeadPlace
     {
         return operation;
     }
-    if (auto* composite = cast<CompositeOperation>(operation.get()))
+    if (auto* composite = getIf<CompositeOperation>(*operation))
     {
         for (OperationUPtr& part : composite->getParts())
         {
             part = addDeadPlaces(std::move(part), deadPlaces);
         }
     }
-    else if (auto* shadowed = cast<ShadowedOperation>(operation.get()))
+    else if (auto* shadowed = getIf<ShadowedOperation>(*operation))
     {
         std::vector<DeadPlace>& own = shadowed->getShadows()._deadPlaces;
         own.insert(own.end(), deadPlaces.begin(), deadPlaces.end());
     }
-    else if (auto* atomic = cast<AtomicOperation>(operation.get()))
+    else if (auto* atomic = getIf<AtomicOperation>(*operation))
     {
         return std::make_unique<ShadowedOperation>(cloneAtomic(*atomic), Shadows{deadPlaces});
     }
@@ -95,7 +95,7 @@ OperationUPtr applyShadows(std::unique_ptr<AtomicOperation> operation, Shadows s
 
 unsigned long countDeadPlaces(const Operation& operation)
 {
-    if (const auto* composite = cast<CompositeOperation>(&operation))
+    if (const auto* composite = getIf<CompositeOperation>(operation))
     {
         unsigned long fewest = ~0ul;
         for (const OperationUPtr& part : composite->getParts())
@@ -104,7 +104,7 @@ unsigned long countDeadPlaces(const Operation& operation)
         }
         return fewest;
     }
-    const auto* shadowed = cast<ShadowedOperation>(&operation);
+    const auto* shadowed = getIf<ShadowedOperation>(operation);
     return shadowed ? shadowed->getShadows()._deadPlaces.size() : 0;
 }
 

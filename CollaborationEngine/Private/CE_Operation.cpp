@@ -1,6 +1,7 @@
 #include "CE_Operation.h"
 
 #include "CE_OperationExecutor.h"
+#include "CE_OperationKinds.h"
 
 #include "Util_Assert.h"
 
@@ -104,6 +105,10 @@ void CompositeOperation::inheritIDIfPossibleImpl(const Operation& other)
 
 OperationUPtr makeOperationFromParts(std::vector<OperationUPtr> parts)
 {
+    if (parts.size() == 1 && !getIf<CompositeOperation>(*parts.front()))
+    {
+        return std::move(parts.front());
+    }
     std::vector<OperationUPtr> flat;
     flat.reserve(parts.size());
     for (OperationUPtr& part : parts)

@@ -2,6 +2,7 @@
 
 #include "CE_ListMultirangeOperation.h"
 #include "CE_MapOperation.h"
+#include "CE_OperationKinds.h"
 #include "CE_SetPropertyOperation.h"
 #include "CE_TableOperation.h"
 
@@ -102,31 +103,28 @@ bool sayTheSame(const SetPropertyOperation& first, const SetPropertyOperation& s
 
 /// Both are of one class, which is of the family `Root`.
 template<class Root>
-bool compareInFamily(const Root& first, const AtomicOperation& second)
+bool compareInFamily(const Root& first, const HierarchicalOperation& second)
 {
     return visitWith<bool>(first, [&](const auto& typed)
                            { return sayTheSame(typed, cast<std::decay_t<decltype(typed)>>(second)); });
 }
 
-bool compareOfOneClass(const HierarchicalOperation& first, const AtomicOperation& second)
+bool compareOfOneClass(const HierarchicalOperation& first, const HierarchicalOperation& second)
 {
-    if (const auto* list = cast<ListOperation>(&first))
+    switch (first.getFamily())
     {
-        return compareInFamily(*list, second);
+    case HierarchicalOperation::Family::List:
+        return compareInFamily(castToFamily<ListOperation>(first), second);
+    case HierarchicalOperation::Family::ListMultirange:
+        return compareInFamily(castToFamily<ListMultirangeOperation>(first), second);
+    case HierarchicalOperation::Family::Map:
+        return compareInFamily(castToFamily<MapOperation>(first), second);
+    case HierarchicalOperation::Family::SetProperty:
+        return sayTheSame(castToFamily<SetPropertyOperation>(first), castToFamily<SetPropertyOperation>(second));
+    case HierarchicalOperation::Family::Table:
+        return compareInFamily(castToFamily<TableOperation>(first), second);
     }
-    if (const auto* multirange = cast<ListMultirangeOperation>(&first))
-    {
-        return compareInFamily(*multirange, second);
-    }
-    if (const auto* map = cast<MapOperation>(&first))
-    {
-        return compareInFamily(*map, second);
-    }
-    if (const auto* table = cast<TableOperation>(&first))
-    {
-        return compareInFamily(*table, second);
-    }
-    return sayTheSame(cast<SetPropertyOperation>(first), cast<SetPropertyOperation>(second));
+    ZEM_FAIL("The operation is of no family.");
 }
 
 bool compareAtomic(const AtomicOperation& first, const AtomicOperation& second)
@@ -135,10 +133,11 @@ bool compareAtomic(const AtomicOperation& first, const AtomicOperation& second)
     {
         return false;
     }
-    const auto& firstOnNode = cast<HierarchicalOperation>(first);
-    const auto& secondOnNode = cast<HierarchicalOperation>(second);
+    const auto& firstOnNode = getHierarchical(first);
+    const auto& secondOnNode = getHierarchical(second);
     return firstOnNode.getOperandType() == secondOnNode.getOperandType() &&
-           firstOnNode.getNodeAddress() == secondOnNode.getNodeAddress() && compareOfOneClass(firstOnNode, second);
+           firstOnNode.getNodeAddress() == secondOnNode.getNodeAddress() &&
+           compareOfOneClass(firstOnNode, secondOnNode);
 }
 
 bool haveEqualShadows(const Shadows& first, const Shadows& second)
@@ -166,18 +165,18 @@ bool areDeeplyEqual(const Operation& first, const Operation& second)
         first,
         [&](const AtomicOperation& atomic)
         {
-            const auto* other = cast<AtomicOperation>(&second);
+            const auto* other = getIf<AtomicOperation>(second);
             return other && compareAtomic(atomic, *other);
         },
         [&](const CompositeOperation& composite)
         {
-            const auto* other = cast<CompositeOperation>(&second);
+            const auto* other = getIf<CompositeOperation>(second);
             return other && compareParts(composite, *other);
         },
-        [&](const EmptyOperation&) { return cast<EmptyOperation>(&second) != nullptr; },
+        [&](const EmptyOperation&) { return getIf<EmptyOperation>(second) != nullptr; },
         [&](const ShadowedOperation& shadowed)
         {
-            const auto* other = cast<ShadowedOperation>(&second);
+            const auto* other = getIf<ShadowedOperation>(second);
             return other && compareAtomic(shadowed.getOriginal(), other->getOriginal()) &&
                    haveEqualShadows(shadowed.getShadows(), other->getShadows());
         });

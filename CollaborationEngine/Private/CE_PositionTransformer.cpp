@@ -1,7 +1,8 @@
 #include "CE_PositionTransformer.h"
 
+#include "CE_OperationKinds.h"
+
 #include "Util_Assert.h"
-#include "Util_Cast.h"
 
 namespace Zem::CollaborationEngine
 {
@@ -42,7 +43,7 @@ void PositionTransformer::include(const Operation& operation, NodeAddressWithTra
         operation,
         [&](const AtomicOperation& atomic)
         {
-            const auto& hierarchical = cast<HierarchicalOperation>(atomic);
+            const HierarchicalOperation& hierarchical = getHierarchical(atomic);
             if (const NodePositionTransformer* transformer = findFor(hierarchical, position))
             {
                 transformer->include(hierarchical, position);
@@ -64,7 +65,7 @@ void PositionTransformer::exclude(const Operation& operation, NodeAddressWithTra
         operation,
         [&](const AtomicOperation& atomic)
         {
-            const auto& hierarchical = cast<HierarchicalOperation>(atomic);
+            const HierarchicalOperation& hierarchical = getHierarchical(atomic);
             if (const NodePositionTransformer* transformer = findFor(hierarchical, position))
             {
                 transformer->exclude(hierarchical, position);

@@ -4,7 +4,6 @@
 #include "CE_SetPropertyOperation.h"
 
 #include "Util_Assert.h"
-#include "Util_Cast.h"
 
 namespace Zem::CollaborationEngine
 {

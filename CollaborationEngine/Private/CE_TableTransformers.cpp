@@ -7,7 +7,6 @@
 #include "CE_TableSlots.h"
 
 #include "Util_Assert.h"
-#include "Util_Cast.h"
 
 namespace Zem::CollaborationEngine
 {
@@ -242,7 +241,8 @@ OperationUPtr TableSameNodeTransformer::include(const NodeOperand& first, const 
                                     [&](const auto& firstOperation)
                                     {
                                         return visitWith<OperationUPtr>(
-                                            castToFamily<TableOperation>(second._operation), [&](const auto& secondOperation)
+                                            castToFamily<TableOperation>(second._operation),
+                                            [&](const auto& secondOperation)
                                             { return includeOf(firstOperation, secondOperation); });
                                     });
 }

@@ -8,9 +8,9 @@ namespace Zem::CollaborationEngine
 /// Owns the flow of an operation: unpacking, executing, reversing, the after-document-action signal.
 ///
 /// A composite operation runs part by part. If any part is changed, what really happened is again a composite: of
-/// copies of the parts that ran as they stand, and of what the others became. The parts behind a changed one are brought
-/// past the change, so that what a refused restoring would have brought along stays shadowed. A changed operation takes
-/// over the id of the one that came in. Empty and shadowed operations do nothing.
+/// copies of the parts that ran as they stand, and of what the others became. The parts behind a changed one are
+/// brought past the change, so that what a refused restoring would have brought along stays shadowed. A changed
+/// operation takes over the id of the one that came in. Empty and shadowed operations do nothing.
 ///
 /// The signal is raised once for each operation handed in, in both directions, after the document has changed.
 class ZEM_EXPORT BaseOperationExecutor : public OperationExecutor, public ChangedOperationExecutor

@@ -113,8 +113,8 @@ public:
 
     void append(const ItemsCollection& other) override
     {
+        // Nothing is reserved: a vector that grows to the very size needed each time is copied for each piece.
         const C& items = cast<SimpleItemsCollection>(other)._collection;
-        _collection.reserve(_collection.size() + items.size());
         for (const auto& item : items)
         {
             _collection.push_back(deepCopy(item));

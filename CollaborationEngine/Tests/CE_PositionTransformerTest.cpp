@@ -2,6 +2,7 @@
 
 #include "CE_ListMultirangeTransformers.h"
 #include "CE_ListTransformers.h"
+#include "CasesCount.h"
 #include "OperationNotation.h"
 #include "SlotCases.h"
 #include "TreeModel.h"
@@ -194,6 +195,7 @@ TEST_F(PositionTransformerTest, IncludingAndExcludingAnyOperationGivesThePositio
         }
     }
     std::cout << "  " << casesCount << " cases\n";
+    countCases(casesCount);
 }
 
 TEST_F(PositionTransformerTest, PositionFollowsTheElementOnWhichItStands)

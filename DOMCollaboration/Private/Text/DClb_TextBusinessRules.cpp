@@ -232,7 +232,7 @@ bool processElement(ElementType prev, ElementType next, CallableRef<void(TextWit
     case Repair::Fault:
         break;
     }
-    ZEM_FAIL("Invlid elements position");
+    ZEM_FAIL("Invlalid elements position");
 }
 
 bool fixBusinessLogicForInsertion(TextWithTombstonesElementVector& elements, IndexExcludingTombstones& startIndex,

@@ -70,7 +70,7 @@ ElementType getElementType(PlaceKind kind);
 
 /// Decides for two neighbours, and calls `add` or `remove` as the table says: `add` is called for each element that is
 /// missing between the two, the one that comes last first; `remove` where `prev` has to go. Returns whether it called
-/// either. Fails: "Invlid elements position" for what can't be neighbours.
+/// either. Fails: "Invlalid elements position" for what can't be neighbours.
 bool processElement(ElementType prev, ElementType next, CallableRef<void(TextWithTombstonesElement)> add,
                     CallableRef<void()> remove);
 

@@ -65,7 +65,7 @@ constexpr auto Invalid = BusinessLogicValidationResult::Invalid;
 /// The whole table: a row for each `prev`, a column for each `next`. `|{` is the adding of a run, then of a paragraph.
 TEST(ProcessElement, DecidesForEveryPairOfNeighbours)
 {
-    const char* const fault = "Invlid elements position";
+    const char* const fault = "Invlalid elements position";
     const std::vector<std::vector<std::string>> table{
         // SectionTag, ParaTag, ParaMark, AtomicBlock, TextRunTag, AtomicRun, Char, TextBegin, TextEnd
         {".", ".", "{", ".", "{", "{", "|{", fault, "."},

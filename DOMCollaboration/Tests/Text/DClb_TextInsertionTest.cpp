@@ -250,7 +250,7 @@ TEST_F(MalformedInsertion, BeyondTheEndOfTheTextChangesNothing)
 
 TEST_F(MalformedInsertion, BehindTheEndOfTheTextChangesNothing)
 {
-    expectFailure(insert({{7, "x"}, {3, "y"}}), "Invlid elements position");
+    expectFailure(insert({{7, "x"}, {3, "y"}}), "Invlalid elements position");
 }
 
 TEST_F(MalformedInsertion, FarBeyondTheEndOfTheTextChangesNothing)
