@@ -32,9 +32,10 @@ OperationUPtr makeLeaving(const NodeOperand& operand, const SharedConstPtr<DataV
     return leaving;
 }
 
-OperationUPtr makeInsertion(const NodeOperand& operand, const Shadows& shadows)
+/// The insertion `operand` under `shadows`, with the value of the insertion `source`.
+OperationUPtr makeInsertion(const NodeOperand& operand, const Shadows& shadows, const NodeOperand& source)
 {
-    return applyShadows(makeLike<MapInsert>(operand, cast<MapInsert>(operand._operation).getData()), shadows);
+    return applyShadows(makeLike<MapInsert>(operand, cast<MapInsert>(source._operation).getData()), shadows);
 }
 
 OperationUPtr makeNothing(const NodeOperand& operand)
@@ -72,7 +73,7 @@ OperationUPtr includeInsertionPastInsertion(const NodeOperand& first, const Node
 
 OperationUPtr includeInsertionPastLeaving(const NodeOperand& first, const NodeOperand& second, TieResolveCondition)
 {
-    return makeInsertion(first, getHoldersCount(second) == 0 ? Shadows{} : makeHoldsPastLeaving());
+    return makeInsertion(first, getHoldersCount(second) == 0 ? Shadows{} : makeHoldsPastLeaving(), first);
 }
 
 OperationUPtr includeRemovalPastRemoval(const NodeOperand& first, const NodeOperand& second, TieResolveCondition)
@@ -110,9 +111,11 @@ OperationUPtr includeReleasingPastLeaving(const NodeOperand& first, const NodeOp
 {
     Shadows shadows = makeHolds(*first._shadows);
     shadows._holdersCount += getHoldersCount(second) == 0 ? 0 : 1;
-    return makeInsertion(first, shadows);
+    return makeInsertion(first, shadows, first);
 }
 
+/// Once nothing holds the key out any more, the value of an insertion comes in that the removals held back, and not one
+/// that undoing a removal would bring back.
 OperationUPtr includeReleasingPastReleasing(const NodeOperand& first, const NodeOperand& second, TieResolveCondition)
 {
     Shadows shadows = makeHolds(*first._shadows);
@@ -121,8 +124,9 @@ OperationUPtr includeReleasingPastReleasing(const NodeOperand& first, const Node
     {
         return makeNothing(first);
     }
+    const bool isOtherAnInsertion = second._shadows->_releasesAll && !shadows._releasesAll;
     shadows._holdersCount = *holdersCount;
-    return makeInsertion(first, shadows);
+    return makeInsertion(first, shadows, isOtherAnInsertion && *holdersCount == 0 ? second : first);
 }
 
 constexpr MapPairRule asItIs = nullptr;

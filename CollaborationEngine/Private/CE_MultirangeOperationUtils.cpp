@@ -48,30 +48,20 @@ bool touch(const T& upper, const T& lower)
     return (areInsertions ? range.getBegin() : range.getEnd()) == upper.getRange().getBegin();
 }
 
-/// What takes the place of `operation`; null if that stays, in order and without empty pieces.
+/// What takes the place of `operation`; null if that stays, in order.
 template<class T>
 OperationUPtr tidy(ListMultirangeOperationImpl<T>& operation, bool keepsPieceBorders)
 {
     std::vector<T>& nestedOperations = operation.getNestedOperations();
-    std::erase_if(nestedOperations,
-                  [](const T& nestedOperation) { return nestedOperation.getRange().getCount() == 0; });
-    OperationUPtr joined;
-    if (nestedOperations.empty())
+    sortDescending(nestedOperations);
+    const auto neighbours = std::adjacent_find(nestedOperations.begin(), nestedOperations.end(), &touch<T>);
+    if (keepsPieceBorders || neighbours == nestedOperations.end())
     {
-        joined = std::make_unique<EmptyOperation>();
+        return nullptr;
     }
-    else
-    {
-        sortDescending(nestedOperations);
-        const auto neighbours = std::adjacent_find(nestedOperations.begin(), nestedOperations.end(), &touch<T>);
-        if (keepsPieceBorders || neighbours == nestedOperations.end())
-        {
-            return nullptr;
-        }
-        SlotOperations slots;
-        slots.push_back(describeSlots(operation, nullptr));
-        joined = makeOperationsOnSlots(operation, slots);
-    }
+    SlotOperations slots;
+    slots.push_back(describeSlots(operation, nullptr));
+    OperationUPtr joined = makeOperationsOnSlots(operation, slots);
     joined->inheritIDIfPossibleImpl(operation);
     return joined;
 }
@@ -132,7 +122,6 @@ OperationUPtr mergeParts(CompositeOperation& composite, bool keepsPieceBorders)
     {
         part = mergeOperations(std::move(part), keepsPieceBorders);
     }
-    std::erase_if(merged, [](const OperationUPtr& part) { return getIf<EmptyOperation>(*part) != nullptr; });
     OperationUPtr result =
         merged.size() > 1 ? std::make_unique<CompositeOperation>(std::move(merged), composite.bringsShadowedAlong())
                           : makeOperationFromParts(std::move(merged));

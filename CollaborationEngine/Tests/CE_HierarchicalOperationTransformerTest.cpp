@@ -281,6 +281,22 @@ TEST(MapTransformers, WinnerOfTwoInsertionsStands)
     EXPECT_EQ(describe(*transformer->include(first, elsewhere, late)), "/4 insert(k)");
 }
 
+TEST(Holders, UndoOfARemovalOfAKeyBringsWhatOthersInsertedMeanwhileAndNotWhatItRemoved)
+{
+    const auto remove = [] { return std::make_unique<MapRemove>(mapAddress(), ElementMapType, makeKey("a"), nullptr); };
+    Replica replica;
+    replica.run(remove());
+    OperationUPtr insertion =
+        replica.pastHistory(std::make_unique<MapInsert>(mapAddress(), ElementMapType, makeKey("a"),
+                                                        makeSharedConst<ElementValue>(makeElement(900))),
+                            1);
+    replica.run(replica.pastHistory(remove(), 0));
+    replica.run(replica.pastHistory(std::move(insertion), 1));
+    EXPECT_EQ(replica.getDocument()._map.count("a"), 0u);
+    replica.undo(1);
+    EXPECT_EQ(replica.getDocument()._map.at("a")._name, 900);
+}
+
 TEST(MapTransformers, NullKeyFails)
 {
     const MapInsert broken(mapAddress(), ElementMapType, nullptr, nullptr);

@@ -227,7 +227,7 @@ TEST_P(Exhaustive, PseudoIdentitiesAndEmptyOperationsAreNeutral)
 TEST_P(Exhaustive, ThreeOperationsMeetPastTwoOrders)
 {
     const OperationKinds kinds{false, false};
-    const unsigned long maximumSize = isLongRun() ? 4 : (GetParam() == Family::SingleRange ? 3 : 2);
+    const unsigned long maximumSize = isLongRun() ? 4 : 3;
     const auto late = TieResolveCondition::SecondWins;
     for (unsigned long size = 0; size <= maximumSize; ++size)
     {

@@ -90,10 +90,10 @@ protected:
     unsigned long _casesCount = 0;
 };
 
-bool isInsertion(const Operation& operation)
+/// An insertion, or a releasing.
+bool bringsValue(const Operation& operation)
 {
-    return describe(operation).find("shadowed") == std::string::npos &&
-           describe(operation).find("insert") != std::string::npos;
+    return describe(operation).find("insert(") != std::string::npos;
 }
 
 } // namespace
@@ -114,7 +114,8 @@ TEST_F(MapExhaustive, BothOrdersOfTwoOperationsGiveOneMap)
     EXPECT_EQ(metPairs.size(), mapActionsCount * mapActionsCount);
 }
 
-// An insertion ends removals that nobody counts any more, so that its undoing can't bring them back.
+// An insertion ends removals that nobody counts any more, so that its undoing can't bring them back; and what undoes a
+// releasing deletes again what others have inserted.
 TEST_F(MapExhaustive, UndoingOneOfTwoLeavesTheOther)
 {
     forEachPair(
@@ -125,7 +126,7 @@ TEST_F(MapExhaustive, UndoingOneOfTwoLeavesTheOther)
             const OperationUPtr undo =
                 _transformer.include(*makeUndo(first, _transformer), *secondAfter, TieResolveCondition::SecondWins);
             const KeyModel undone = applied(both, *undo);
-            if (!isInsertion(first))
+            if (!bringsValue(first))
             {
                 EXPECT_EQ(undone, applied(state, second)) << undone.toString() << " by " << describe(*undo);
             }
@@ -137,6 +138,10 @@ TEST_F(MapExhaustive, ReversingBothOfTwoGivesTheMapBack)
     forEachPair(
         [&](const KeyModel& state, Operation& first, Operation& second, TieResolveCondition tie)
         {
+            if (state.getHighestHoldersCount() > 1)
+            {
+                return;
+            }
             const OperationUPtr secondAfter = _transformer.include(second, first, getOpposite(tie));
             KeyModel model = applied(applied(state, first), *secondAfter);
             model.apply(*makeReversal(*secondAfter));

@@ -57,26 +57,6 @@ TEST(MultirangeOperationUtils, BordersStayWhereTheyAreWanted)
               "/2 multi{mark(1,1, b) mark(0,1, a) }");
 }
 
-TEST(MultirangeOperationUtils, EmptyPiecesGo)
-{
-    EXPECT_EQ(merged(makeText<MarkAsRemoved>({{0, 1, "a"}, {2, 0, ""}, {4, 1, "e"}})),
-              "/2 multi{mark(4,1, e) mark(0,1, a) }");
-    EXPECT_EQ(merged(makeText<Insert>({{1, 0, ""}, {2, 1, "x"}}), true), "/2 multi{insert(2,1, x) }");
-}
-
-TEST(MultirangeOperationUtils, WhatHasNothingInItIsAnEmptyOperationOfTheSameId)
-{
-    unsigned long nextID = 6;
-    OperationUPtr operation = makeText<MarkAsRemoved>({{1, 0, ""}, {2, 0, ""}});
-    operation->setIDIfNeeded(nextID);
-    const OperationUPtr result = mergeOperations(std::move(operation), false);
-    EXPECT_EQ(describe(*result), "nothing");
-    EXPECT_EQ(result->getID().value_or(0), 6u);
-    EXPECT_EQ(merged(makeComposite(makeText<MarkAsRemoved>({{1, 0, ""}}), makeText<Insert>({{2, 0, ""}}))), "nothing");
-    EXPECT_EQ(merged(makeComposite(makeText<MarkAsRemoved>({{1, 0, ""}}), makeText<Insert>({{2, 1, "x"}}))),
-              "/2 multi{insert(2,1, x) }");
-}
-
 TEST(MultirangeOperationUtils, PiecesStandFromHighToLow)
 {
     EXPECT_EQ(merged(makeText<Restore>({{4, 1, "e"}, {0, 1, "a"}})), "/2 multi{restore(4,1, e) restore(0,1, a) }");

@@ -2,6 +2,8 @@
 
 #include "Util_Cast.h"
 
+#include <algorithm>
+
 namespace Zem::CollaborationEngine::Testing
 {
 
@@ -49,11 +51,16 @@ void addOperations(std::vector<OperationUPtr>& operations, char key, const KeySt
     }
     operations.push_back(make<MapInsert>(key, oldValue));
     operations.push_back(make<MapLeaveRemovedOperation>(key, oldValue, state._holdersCount));
+    Shadows shadows;
     if (state._holdersCount > 1)
     {
-        Shadows shadows;
         shadows._holdersCount = state._holdersCount - 1;
         operations.push_back(std::make_unique<ShadowedOperation>(make<MapInsert>(key, oldValue), shadows));
+    }
+    shadows._releasesAll = true;
+    for (shadows._holdersCount = 1; shadows._holdersCount < state._holdersCount; ++shadows._holdersCount)
+    {
+        operations.push_back(std::make_unique<ShadowedOperation>(make<MapInsert>(key, newValue), shadows));
     }
 }
 
@@ -62,6 +69,16 @@ void addOperations(std::vector<OperationUPtr>& operations, char key, const KeySt
 KeyState& KeyModel::find(const MapOperation& operation)
 {
     return _keys[cast<Key>(*operation.getKey()).getValue().front()];
+}
+
+unsigned long KeyModel::getHighestHoldersCount() const
+{
+    unsigned long highest = 0;
+    for (const auto& entry : _keys)
+    {
+        highest = std::max(highest, entry.second._holdersCount);
+    }
+    return highest;
 }
 
 void KeyModel::apply(Operation& operation)

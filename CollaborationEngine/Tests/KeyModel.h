@@ -41,6 +41,8 @@ public:
         return _keys;
     }
 
+    unsigned long getHighestHoldersCount() const;
+
     /// Carries out an operation of any kind, and fills in what a removal takes out.
     void apply(Operation& operation);
 

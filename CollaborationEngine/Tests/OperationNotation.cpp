@@ -151,13 +151,20 @@ std::string describeNested(const TableRowOperation::NestedOperation& nestedOpera
         nestedOperation);
 }
 
+std::string describeValue(const MapInsertOrRemoveOperation<MapInsertTag>& insert)
+{
+    const auto* value = cast<SimpleDataValue<char>>(insert.getData().get());
+    return value ? std::string("=") + value->getValue() : "";
+}
+
 std::string describeMap(const MapOperation& operation)
 {
-    const std::string kind = visitWith<std::string>(
-        operation, [](const MapInsertOrRemoveOperation<MapInsertTag>&) { return "insert"; },
-        [](const MapInsertOrRemoveOperation<MapRemoveTag>&) { return "remove"; },
-        [](const MapLeaveRemovedOperation& leave)
-        { return "leave holders " + std::to_string(leave.getHoldersCount()); });
+    if (const auto* insert = cast<MapInsertOrRemoveOperation<MapInsertTag>>(&operation))
+    {
+        return "insert(" + describeKey(operation.getKey()) + describeValue(*insert) + ")";
+    }
+    const auto* leave = cast<MapLeaveRemovedOperation>(&operation);
+    const std::string kind = leave ? "leave holders " + std::to_string(leave->getHoldersCount()) : "remove";
     return kind + "(" + describeKey(operation.getKey()) + ")";
 }
 
