@@ -177,6 +177,25 @@ TEST_F(BaseOperationExecutorTest, SilentModeGuardsNest)
     EXPECT_EQ(_log.back(), "signal");
 }
 
+TEST_F(BaseOperationExecutorTest, AtomicExecutorMustSayWhetherItChangedTheOperation)
+{
+    class LyingExecutor final : public AtomicOperationExecutor
+    {
+    public:
+        bool executeAndChangeIfNeeded(AtomicOperation&, OperationUPtr&) override
+        {
+            return true;
+        }
+
+        void reverse(AtomicOperation&) override
+        {
+        }
+    };
+    BaseOperationExecutor executor(std::make_unique<LyingExecutor>(), makeListTransformer());
+    EXPECT_ASSERTION(executor.executeAndChangeIfNeeded(*makeMarking(1), _changedOp),
+                     "isChanged == static_cast<bool>(changedOp)");
+}
+
 TEST_F(BaseOperationExecutorTest, OperationRunsItselfAndGivesBackWhatHappened)
 {
     OperationUPtr operation = makeMarking(1);

@@ -133,6 +133,51 @@ TEST(HierarchicalOperationTransformer, UnregisteredNodeTypesFailWhereTheyAreNeed
     EXPECT_EQ(describe(*transformer.include(*markElement(0), *setting, late)), "/1 mark(0,1)");
 }
 
+TEST(HierarchicalOperationTransformer, OperationsOfTheWrongFamilyForTheirNodeTypeAreABadCast)
+{
+    const auto transformer = makeTreeTransformer();
+    const Insert onMap(mapAddress(), ElementMapType, makeElementItems({makeElement(1)}), Range(0, 1));
+    const MapRemove onList(listAddress(), ElementListType, makeKey("a"), nullptr);
+    const SetPropertyOperation onTable(tableAddress(), CellTableType, WholeProperty, makeSharedConst<IntValue>(0),
+                                       makeSharedConst<IntValue>(1));
+    const MapRemove onElement(listElementAddress(0), ElementType, makeKey("a"), nullptr);
+    const MapRemove onText(textAddress(listElementAddress(0)), ElementTextType, makeKey("a"), nullptr);
+    for (const Operation* operation :
+         std::initializer_list<const Operation*>{&onMap, &onList, &onTable, &onElement, &onText})
+    {
+        EXPECT_THROW(transformer->include(*operation, *operation, late), std::bad_cast) << describe(*operation);
+    }
+    EXPECT_THROW(transformer->include(*setWhole(listElementAddress(1), 0, 1), onList, late), std::bad_cast);
+}
+
+TEST(HierarchicalOperationTransformer, OperationOnNoNodeIsABadCast)
+{
+    class NodelessOperation final : public OperationImpl<NodelessOperation, AtomicOperation, AtomicOperation>
+    {
+    public:
+        using OperationImpl::cloneTo;
+
+        void cloneTo(std::shared_ptr<AtomicOperation>& target) const override
+        {
+            target = std::make_shared<NodelessOperation>(*this);
+        }
+
+        void cloneTo(std::unique_ptr<AtomicOperation>& target) const override
+        {
+            target = std::make_unique<NodelessOperation>(*this);
+        }
+
+        OperationUPtr getPseudoIdentity(const BaseOperationTransformer&) const override
+        {
+            return std::make_unique<EmptyOperation>();
+        }
+    };
+    const auto transformer = makeTreeTransformer();
+    EXPECT_EQ(NodelessOperation().getIfHierarchical(), nullptr);
+    EXPECT_THROW(transformer->include(NodelessOperation(), *markElement(0), late), std::bad_cast);
+    EXPECT_THROW(transformer->include(*markElement(0), NodelessOperation(), late), std::bad_cast);
+}
+
 TEST(HierarchicalOperationTransformer, ResultsKeepTheId)
 {
     const auto transformer = makeTreeTransformer();

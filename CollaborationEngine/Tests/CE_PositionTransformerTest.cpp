@@ -165,6 +165,7 @@ TEST_F(PositionTransformerTest, UnregisteredNodeTypeFails)
     EXPECT_ASSERTION(_transformer.registerNodePositionTransformer(
                          textType, std::make_shared<ListMultirangeNodePositionTransformer>()),
                      "isNew");
+    EXPECT_ASSERTION(_transformer.registerNodePositionTransformer(3, nullptr), "plainPtr");
 }
 
 TEST_F(PositionTransformerTest, IncludingAndExcludingAnyOperationGivesThePositionBack)

@@ -67,6 +67,13 @@ void Server::reconnect(ClientID clientID, Revision revision, Outbox outbox)
         }
         client._outbox(OperationHappened{_history[current - _firstRevision]});
     }
+    for (const auto& [leftAt, owner] : _lostSelections)
+    {
+        if (leftAt >= client._base)
+        {
+            client._outbox(SelectionMoved{owner, nullptr});
+        }
+    }
     for (const auto& [owner, selection] : _selections)
     {
         if (owner != clientID)
@@ -82,6 +89,7 @@ void Server::leave(ClientID client)
     _clients.erase(client);
     if (_selections.erase(client) > 0)
     {
+        _lostSelections.emplace_back(getRevision(), client);
         sendToAll(SelectionMoved{client, nullptr});
     }
     trimHistory();
@@ -265,6 +273,7 @@ void Server::trimHistory()
     {
         oldest = std::min(oldest, client._base);
     }
+    std::erase_if(_lostSelections, [oldest](const auto& lost) { return lost.first < oldest; });
     _history.erase(_history.begin(), _history.begin() + static_cast<std::ptrdiff_t>(oldest - _firstRevision));
     _firstRevision = oldest;
 }

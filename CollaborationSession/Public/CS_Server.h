@@ -16,6 +16,8 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace Zem::CollaborationSession
 {
@@ -135,6 +137,8 @@ private:
     Revision _checkpointInterval;
     std::map<ClientID, ConnectedClient> _clients;
     Selections _selections;
+    /// Whose selection went with them, and at which revision: a client whose connection broke may not know.
+    std::vector<std::pair<Revision, ClientID>> _lostSelections;
     ClientID _lastClient = 0;
     Statistics _statistics;
 };

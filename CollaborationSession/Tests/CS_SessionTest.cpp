@@ -350,6 +350,18 @@ TEST(Session, SelectionGoesWithItsClient)
     EXPECT_TRUE(session[1].getClient().getSelections().empty());
 }
 
+// The farm found that the others were told, and a client that was away then wasn't.
+TEST(Session, SelectionThatWentWhileAConnectionWasBrokenIsGoneBehindIt)
+{
+    SessionCase session("{|abcd}", 3);
+    session[0].putCaret(3);
+    session.settle();
+    session[1].disconnect();
+    session.getServer().leave(1);
+    session[1].reconnect();
+    EXPECT_TRUE(session[1].getClient().getSelections().empty());
+}
+
 TEST(Session, LateJoinerSeesTheSelections)
 {
     SessionCase session("{|abcd}", 1);

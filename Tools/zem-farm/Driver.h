@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Random.h"
+#include "Script.h"
+#include "Session.h"
+
+#include <cstdint>
+
+namespace ZemFarm
+{
+
+/// What a random session is made from.
+struct Plan
+{
+    DocumentKind _kind = DocumentKind::Text;
+    unsigned long _clientsCount = 2;
+    unsigned long _operationsCount = 0;
+    std::uint64_t _seed = 0;
+};
+
+/// Thinks up a session step by step, does it, and writes it down.
+class Driver
+{
+public:
+    explicit Driver(const Plan& plan);
+
+    /// Fails: `Failure`. The script then ends with the step that failed.
+    void run();
+
+    const Script& getScript() const
+    {
+        return _script;
+    }
+
+    const Session& getSession() const
+    {
+        return _session;
+    }
+
+private:
+    static Script makeScript(const Plan& plan, Random& random);
+
+    void apply(Step step);
+    void joinOne();
+    void takeTurn();
+    bool takeRareTurn();
+    void takeTurnOf(unsigned long client, const Participant& participant);
+
+    Plan _plan;
+    Random _random;
+    Script _script;
+    Session _session;
+    unsigned long _lastClient = 0;
+    /// At how many operations everything is compared next.
+    unsigned long _nextRound = 0;
+};
+
+} // namespace ZemFarm

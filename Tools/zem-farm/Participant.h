@@ -1,0 +1,128 @@
+#pragma once
+
+#include "Script.h"
+#include "Tally.h"
+#include "Texts.h"
+
+#include "CS_Client.h"
+#include "CS_Server.h"
+#include "CS_TextEditor.h"
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ZemFarm
+{
+
+/// A client of a session, with what is under way on its connection: each direction keeps its order, and delivers when
+/// it is told to.
+class Participant
+{
+public:
+    using Operation = Zem::CollaborationEngine::Operation;
+    using TextEditor = Zem::CollaborationSession::TextEditor;
+    using Edit = std::function<Zem::CollaborationSession::Operations(TextEditor&)>;
+
+    /// What it does is counted in `tally`.
+    Participant(Zem::CollaborationSession::Server& server, const Setup& setup, bool composesTyping, Tally& tally);
+
+    Zem::CollaborationSession::Client& getClient()
+    {
+        return *_client;
+    }
+
+    const Zem::DOM::Document& getDocument() const
+    {
+        return _client->getDocument();
+    }
+
+    DocumentKind getKind() const
+    {
+        return _setup._kind;
+    }
+
+    const Setup& getSetup() const
+    {
+        return _setup;
+    }
+
+    /// Executes an own operation. One that mayn't be undone isn't remembered.
+    void execute(Operation& operation, bool mayBeUndone = true);
+
+    /// Edits the text of an address.
+    void edit(const Address& address, const Edit& edit);
+
+    /// The last own operations, the oldest first.
+    const std::deque<Operation::Id>& getRememberedOperations() const
+    {
+        return _rememberedOperations;
+    }
+
+    /// Forgets what was executed since the last call, and says how many operations that were.
+    unsigned long takeExecutedCount();
+
+    /// What was executed and came in since the last call, in words; empty unless notes were asked for.
+    std::string takeNotes();
+
+    void setTakesNotes(bool takesNotes)
+    {
+        _takesNotes = takesNotes;
+    }
+
+    /// Hands over what there is to send, if the client is connected.
+    void send();
+
+    /// Lets so many batches or messages arrive.
+    void deliverToServer(std::size_t count);
+    void deliverToClient(std::size_t count);
+
+    std::size_t getBatchesCount() const
+    {
+        return _toServer.size();
+    }
+
+    std::size_t getMessagesCount() const
+    {
+        return _toClient->size();
+    }
+
+    bool isConnected() const
+    {
+        return _isConnected;
+    }
+
+    /// What is under way is lost. Requires: it is connected.
+    void disconnect();
+
+    /// Requires: it isn't connected.
+    void reconnect();
+
+    /// Asserts that the index of the main text's editor counts what a recount counts.
+    void checkIndex();
+
+private:
+    using Messages = std::deque<Zem::CollaborationSession::ServerMessage>;
+
+    Zem::CollaborationSession::Server::Outbox makeOutbox() const;
+    void remember(const Operation& operation);
+    void noteMessages(const std::vector<Zem::CollaborationSession::ServerMessage>& messages);
+
+    Zem::CollaborationSession::Server& _server;
+    Setup _setup;
+    Tally& _tally;
+    std::deque<Zem::CollaborationSession::ClientBatch> _toServer;
+    std::shared_ptr<Messages> _toClient = std::make_shared<Messages>();
+    std::unique_ptr<Zem::CollaborationSession::Client> _client;
+    /// Null in a workbook, whose main text is no text to edit.
+    std::unique_ptr<TextEditor> _mainEditor;
+    std::deque<Operation::Id> _rememberedOperations;
+    unsigned long _executedCount = 0;
+    std::string _notes;
+    bool _takesNotes = false;
+    bool _isConnected = true;
+};
+
+} // namespace ZemFarm

@@ -1,0 +1,211 @@
+#include "Script.h"
+
+#include "Generators.h"
+#include "Options.h"
+
+#include <array>
+#include <sstream>
+
+namespace ZemFarm
+{
+
+namespace
+{
+
+struct ActionForm
+{
+    Action _action;
+    const char* _name;
+    bool _hasClient;
+    bool _hasNumber;
+};
+
+constexpr std::array<ActionForm, 11> actionForms = {{{Action::Join, "join", true, true},
+                                                     {Action::Do, "do", true, true},
+                                                     {Action::Select, "select", true, true},
+                                                     {Action::Send, "send", true, false},
+                                                     {Action::ToServer, "to-server", true, true},
+                                                     {Action::ToClient, "to-client", true, true},
+                                                     {Action::Disconnect, "disconnect", true, false},
+                                                     {Action::Reconnect, "reconnect", true, false},
+                                                     {Action::Leave, "leave", true, false},
+                                                     {Action::Bad, "bad", false, true},
+                                                     {Action::Settle, "settle", false, false}}};
+
+const ActionForm& findForm(Action action)
+{
+    for (const ActionForm& form : actionForms)
+    {
+        if (form._action == action)
+        {
+            return form;
+        }
+    }
+    throw std::logic_error("an action without a form");
+}
+
+/// The words of one line.
+class Words
+{
+public:
+    Words(std::string line, unsigned long lineNumber)
+        : _line(line.substr(0, line.find('#')))
+        , _lineNumber(lineNumber)
+        , _stream(_line)
+    {
+    }
+
+    /// Empty at the end.
+    std::string take()
+    {
+        std::string word;
+        _stream >> word;
+        return word;
+    }
+
+    unsigned long takeNumber()
+    {
+        const std::string word = take();
+        constexpr std::size_t maxDigits = 19;
+        if (word.empty() || word.size() > maxDigits || word.find_first_not_of("0123456789") != std::string::npos)
+        {
+            fail("a number was expected, not \"" + word + "\"");
+        }
+        return std::stoul(word);
+    }
+
+    void requireEnd()
+    {
+        const std::string word = take();
+        if (!word.empty())
+        {
+            fail("nothing was expected behind the step, not \"" + word + "\"");
+        }
+    }
+
+    [[noreturn]] void fail(const std::string& what) const
+    {
+        throw BadScript("line " + std::to_string(_lineNumber) + ": " + what);
+    }
+
+private:
+    std::string _line;
+    unsigned long _lineNumber;
+    std::istringstream _stream;
+};
+
+Step parseStep(const std::string& firstWord, Words& words)
+{
+    Step step;
+    const bool hasClient = firstWord == "client";
+    if (hasClient)
+    {
+        step._client = words.takeNumber();
+    }
+    const std::string name = hasClient ? words.take() : firstWord;
+    for (const ActionForm& form : actionForms)
+    {
+        if (name != form._name || form._hasClient != hasClient)
+        {
+            continue;
+        }
+        step._action = form._action;
+        if (form._action == Action::Do)
+        {
+            step._generator = words.take();
+            if (!findGenerator(step._generator))
+            {
+                words.fail("nothing makes operations by the name \"" + step._generator + "\"");
+            }
+        }
+        step._number = form._hasNumber ? words.takeNumber() : 0;
+        return step;
+    }
+    words.fail("there is no step \"" + name + "\"");
+}
+
+void parseKind(Setup& setup, Words& words)
+{
+    const std::string name = words.take();
+    const auto kind = findKind(name);
+    if (!kind)
+    {
+        words.fail("there is no kind of document \"" + name + "\"");
+    }
+    setup._kind = *kind;
+}
+
+void parseLine(Script& script, Words& words)
+{
+    const std::string word = words.take();
+    if (word.empty())
+    {
+        return;
+    }
+    if (word == "kind")
+    {
+        parseKind(script._setup, words);
+    }
+    else if (word == "document")
+    {
+        script._setup._documentSeed = words.takeNumber();
+        script._setup._documentSize = words.takeNumber();
+    }
+    else if (word == "checkpoint")
+    {
+        script._setup._checkpointInterval = words.takeNumber();
+    }
+    else if (word == "runs-at")
+    {
+        script._setup._depthOfRuns = words.takeNumber();
+    }
+    else
+    {
+        script._steps.push_back(parseStep(word, words));
+    }
+    words.requireEnd();
+}
+
+} // namespace
+
+std::string print(const Setup& setup)
+{
+    return std::string("kind ") + getName(setup._kind) + "\ndocument " + std::to_string(setup._documentSeed) + ' ' +
+           std::to_string(setup._documentSize) + "\ncheckpoint " + std::to_string(setup._checkpointInterval) +
+           "\nruns-at " + std::to_string(setup._depthOfRuns) + '\n';
+}
+
+std::string print(const Step& step)
+{
+    const ActionForm& form = findForm(step._action);
+    std::string line = form._hasClient ? "client " + std::to_string(step._client) + ' ' : "";
+    line += form._name;
+    line += step._action == Action::Do ? ' ' + step._generator : "";
+    line += form._hasNumber ? ' ' + std::to_string(step._number) : "";
+    return line;
+}
+
+std::string print(const Script& script)
+{
+    std::string text = print(script._setup);
+    for (const Step& step : script._steps)
+    {
+        text += print(step) + '\n';
+    }
+    return text;
+}
+
+Script parseScript(std::string_view text)
+{
+    Script script;
+    std::istringstream lines{std::string(text)};
+    std::string line;
+    for (unsigned long number = 1; std::getline(lines, line); ++number)
+    {
+        Words words(line, number);
+        parseLine(script, words);
+    }
+    return script;
+}
+
+} // namespace ZemFarm

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "BadSender.h"
+#include "Participant.h"
+#include "Script.h"
+#include "Tally.h"
+
+#include "CS_Server.h"
+
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace ZemFarm
+{
+
+/// Documents that didn't agree, or an exception that should have been none.
+class Failure : public std::runtime_error
+{
+public:
+    /// `kind` is what failures of one cause have in common.
+    Failure(std::string kind, const std::string& message)
+        : std::runtime_error(message)
+        , _kind(std::move(kind))
+    {
+    }
+
+    const std::string& getKind() const
+    {
+        return _kind;
+    }
+
+private:
+    std::string _kind;
+};
+
+/// A server and its clients, to whom things happen step by step.
+class Session
+{
+public:
+    explicit Session(const Setup& setup);
+
+    /// Does a step, or passes it over if it can't be done. Fails: `Failure`.
+    void apply(const Step& step);
+
+    /// The clients that are there, by their numbers in the script.
+    const std::map<unsigned long, std::unique_ptr<Participant>>& getParticipants() const
+    {
+        return _participants;
+    }
+
+    /// The document of the server.
+    const Zem::DOM::Document& getDocument() const
+    {
+        return _server.getDocument();
+    }
+
+    /// What was done so far.
+    Tally getTally() const;
+
+    unsigned long getOperationsCount() const
+    {
+        return _tally._operationsCount;
+    }
+
+    /// How often everything was compared, a comparison that is under way included.
+    unsigned long getRoundsCount() const
+    {
+        return _tally._roundsCount;
+    }
+
+    /// What clients executed and got since the last call, in words. Empty unless `setTakesNotes(true)` was called
+    /// before they came.
+    std::string takeNotes();
+
+    void setTakesNotes(bool takesNotes)
+    {
+        _takesNotes = takesNotes;
+    }
+
+private:
+    void applyUnchecked(const Step& step);
+    void applyTo(Participant& participant, const Step& step);
+    void join(const Step& step);
+    void leave(unsigned long client);
+    void make(Participant& participant, const Step& step);
+    void select(Participant& participant, unsigned long seed);
+    void sendBadOperation(unsigned long seed);
+    void settle();
+    void deliverEverything();
+    bool isQuiet() const;
+    void compare(unsigned long number, Participant& participant);
+    void addClientStatistics(const Zem::CollaborationSession::Statistics& statistics);
+
+    Setup _setup;
+    Tally _tally;
+    Zem::CollaborationSession::Server _server;
+    std::map<unsigned long, std::unique_ptr<Participant>> _participants;
+    std::unique_ptr<BadSender> _badSender;
+    bool _takesNotes = false;
+};
+
+/// Does all steps, and settles in the end. Answers the failure, if there is one.
+std::unique_ptr<Failure> findFailure(const Script& script);
+
+/// The script with comments that tell what each step did, and how it failed.
+std::string annotate(const Script& script);
+
+} // namespace ZemFarm

@@ -1,0 +1,116 @@
+#include "Tally.h"
+
+#include "Generators.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace ZemFarm
+{
+
+namespace
+{
+
+void add(Tally::Counts& counts, const Tally::Counts& others)
+{
+    for (const auto& [name, count] : others)
+    {
+        counts[name] += count;
+    }
+}
+
+/// Lines of a name and a number each.
+class Table
+{
+public:
+    void add(const std::string& name, unsigned long count)
+    {
+        _rows.emplace_back(name, std::to_string(count));
+    }
+
+    void addAll(const Tally::Counts& counts)
+    {
+        for (const auto& [name, count] : counts)
+        {
+            add("  " + name, count);
+        }
+    }
+
+    std::string format() const
+    {
+        std::size_t nameWidth = 0;
+        std::size_t countWidth = 0;
+        for (const auto& [name, count] : _rows)
+        {
+            nameWidth = std::max(nameWidth, name.size());
+            countWidth = std::max(countWidth, count.size());
+        }
+        std::string text;
+        for (const auto& [name, count] : _rows)
+        {
+            text += name + std::string(nameWidth - name.size() + 2 + countWidth - count.size(), ' ') + count + '\n';
+        }
+        return text;
+    }
+
+private:
+    std::vector<std::pair<std::string, std::string>> _rows;
+};
+
+} // namespace
+
+void Tally::add(const Tally& other)
+{
+    _sessionsCount += other._sessionsCount;
+    _roundsCount += other._roundsCount;
+    _operationsCount += other._operationsCount;
+    ZemFarm::add(_operationsByGenerator, other._operationsByGenerator);
+    _declinedCount += other._declinedCount;
+    _transformedCount += other._transformedCount;
+    _changedCount += other._changedCount;
+    _shadowedCount += other._shadowedCount;
+    _badCount += other._badCount;
+    _rejectedCount += other._rejectedCount;
+    ZemFarm::add(_refused, other._refused);
+    _rebasedCount += other._rebasedCount;
+    _executedCount += other._executedCount;
+}
+
+unsigned long getTotal(const Tally::Counts& counts)
+{
+    unsigned long total = 0;
+    for (const auto& [name, count] : counts)
+    {
+        total += count;
+    }
+    return total;
+}
+
+std::string format(const Tally& tally, double seconds)
+{
+    Table table;
+    table.add("sessions", tally._sessionsCount);
+    table.add("rounds", tally._roundsCount);
+    table.add("operations", tally._operationsCount);
+    for (const Generator& generator : getGenerators())
+    {
+        const auto found = tally._operationsByGenerator.find(generator._name);
+        table.add(std::string("  ") + generator._name, found == tally._operationsByGenerator.end() ? 0 : found->second);
+    }
+    table.add("edits that a text didn't take", tally._declinedCount);
+    table.add("transformed at the server", tally._transformedCount);
+    table.add("changed at the server", tally._changedCount);
+    table.add("shadowed at the server", tally._shadowedCount);
+    table.add("bad on purpose, and rejected", tally._badCount);
+    table.add("others rejected by the server", tally._rejectedCount);
+    table.add("refused altogether", getTotal(tally._refused));
+    table.addAll(tally._refused);
+    table.add("rebased by clients", tally._rebasedCount);
+    table.add("executed by clients for others", tally._executedCount);
+    const auto count = static_cast<double>(tally._operationsCount);
+    table.add("operations per second", seconds > 0 ? static_cast<unsigned long>(count / seconds) : 0);
+    return table.format();
+}
+
+} // namespace ZemFarm
