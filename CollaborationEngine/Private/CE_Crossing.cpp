@@ -1,5 +1,6 @@
 #include "CE_Crossing.h"
 
+#include "CE_InverseOperation.h"
 #include "CE_NodeOperands.h"
 #include "CE_OperationKinds.h"
 
@@ -78,6 +79,17 @@ Parts takeUnitApart(Parts parts)
     return parts;
 }
 
+Parts makeReversals(const Parts& parts)
+{
+    Parts reversals;
+    for (const OperationUPtr& part : parts)
+    {
+        forEachPart(*makeReversal(*part),
+                    [&](const Operation& reversal) { reversals.push_back(cloneOperation(reversal)); });
+    }
+    return reversals;
+}
+
 /// What holds the parts of a unit together.
 class UnitFrame
 {
@@ -111,35 +123,6 @@ private:
     bool _isUnit;
     EmptyOperation _id;
 };
-
-const HierarchicalOperation& getOriginal(const Operation& operation)
-{
-    return makeNodeOperand(operation)._operation;
-}
-
-/// Two restorings can bring the same operation along.
-bool isSameOperation(const Operation& left, const Operation& right)
-{
-    return left.getID() && left.getID() == right.getID() &&
-           getOriginal(left).getNodeAddress() == getOriginal(right).getNodeAddress();
-}
-
-/// Takes out of both what both bring along.
-void dropCommonParts(Parts& first, Parts& second)
-{
-    for (auto part = first.begin(); part != first.end();)
-    {
-        const auto same = std::find_if(second.begin(), second.end(),
-                                       [&](const OperationUPtr& other) { return isSameOperation(**part, *other); });
-        if (same == second.end())
-        {
-            ++part;
-            continue;
-        }
-        second.erase(same);
-        part = first.erase(part);
-    }
-}
 
 } // namespace
 
@@ -214,13 +197,46 @@ void Crossing::crossUnits(Parts& first, Parts& second, TieResolveCondition tieRe
     const UnitFrame secondFrame(*second.front());
     Parts firstParts = takeUnitApart(std::move(first));
     Parts secondParts = takeUnitApart(std::move(second));
-    if (firstFrame.isUnit() && secondFrame.isUnit())
+    const Parts firstReversals = makeReversals(firstParts);
+    if (firstFrame.isUnit())
     {
-        dropCommonParts(firstParts, secondParts);
+        dropPartsOfRestored(firstParts, makeReversals(secondParts));
+    }
+    if (secondFrame.isUnit())
+    {
+        dropPartsOfRestored(secondParts, firstReversals);
     }
     cross(firstParts, secondParts, tieResolveCondition, true);
     first = firstFrame.putAround(std::move(firstParts));
     second = secondFrame.putAround(std::move(secondParts));
+}
+
+/// Drops the parts that a unit brings along for an element that the other side restores, too. Whatever restores the
+/// element brings all that was done to it: in what it puts back, or along with it. That doesn't hold for the keys of
+/// maps, under which each side may put a value of its own.
+/// `reversals` take back what the other side does: a part of such an element would be shadowed by them.
+void Crossing::dropPartsOfRestored(Parts& unit, const Parts& reversals) const
+{
+    std::erase_if(unit,
+                  [&](const OperationUPtr& part)
+                  {
+                      return std::any_of(reversals.begin(), reversals.end(),
+                                         [&](const OperationUPtr& reversal) { return isKilled(*part, *reversal); });
+                  });
+}
+
+bool Crossing::isKilled(const Operation& part, const Operation& reversal) const
+{
+    const OperationNodeAddress& partsAddress = makeNodeOperand(part)._operation.getNodeAddress();
+    const HierarchicalOperation& killer = makeNodeOperand(reversal)._operation;
+    const OperationNodeAddress& address = killer.getNodeAddress();
+    if (killer.getFamily() == HierarchicalOperation::Family::Map || address.getSize() >= partsAddress.getSize() ||
+        !address.isPrefixOf(partsAddress))
+    {
+        return false;
+    }
+    const OperationUPtr behind = includeSingle(part, reversal, TieResolveCondition::SecondWins);
+    return countDeadPlaces(*behind) > countDeadPlaces(part);
 }
 
 /// If `restoring` is a unit whose restoring ends a shadow on `shadowed`, the latter joins it behind those that it

@@ -46,6 +46,8 @@ private:
     void crossOne(Parts& first, Parts& second, TieResolveCondition tieResolveCondition, bool isSecondNeeded) const;
     void crossCell(Parts& first, Parts& second, TieResolveCondition tieResolveCondition, bool isSecondNeeded) const;
     void crossUnits(Parts& first, Parts& second, TieResolveCondition tieResolveCondition) const;
+    void dropPartsOfRestored(Parts& unit, const Parts& reversals) const;
+    bool isKilled(const Operation& part, const Operation& reversal) const;
     bool joinRestoring(Parts& restoring, Parts& shadowed, TieResolveCondition tieResolveCondition) const;
 
     const BaseOperationTransformer& _transformer;

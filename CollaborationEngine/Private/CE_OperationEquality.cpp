@@ -10,6 +10,7 @@
 #include "Util_DeepComparison.h"
 
 #include <algorithm>
+#include <type_traits>
 #include <typeinfo>
 
 namespace Zem::CollaborationEngine
@@ -18,116 +19,151 @@ namespace Zem::CollaborationEngine
 namespace
 {
 
+/// Whether what operations took out of a document when they ran is to be equal, too.
+enum class CapturedData : unsigned char
+{
+    Counts,
+    IsIgnored
+};
+
 template<class T>
 bool haveEqualTargets(const SharedConstPtr<T>& first, const SharedConstPtr<T>& second)
 {
     return ComparisonDetails::arePointersDeeplyEqual(first.getShared(), second.getShared());
 }
 
-template<class Tag>
-bool sayTheSame(const ListModificationOperation<Tag>& first, const ListModificationOperation<Tag>& second)
+template<class T>
+bool haveEqualCaptures(const SharedConstPtr<T>& first, const SharedConstPtr<T>& second, CapturedData captured)
 {
-    return first.getRange() == second.getRange() && haveEqualTargets(first.getData(), second.getData());
+    return captured == CapturedData::IsIgnored || haveEqualTargets(first, second);
 }
 
-bool sayTheSame(const ListMoveOperation& first, const ListMoveOperation& second)
+template<class Tag>
+bool sayTheSame(const ListModificationOperation<Tag>& first, const ListModificationOperation<Tag>& second,
+                CapturedData captured)
+{
+    const CapturedData capturedHere = std::is_same_v<Tag, InsertTag> ? CapturedData::Counts : captured;
+    return first.getRange() == second.getRange() && haveEqualCaptures(first.getData(), second.getData(), capturedHere);
+}
+
+bool sayTheSame(const ListMoveOperation& first, const ListMoveOperation& second, CapturedData)
 {
     return first.getRange() == second.getRange() && first.getOffset() == second.getOffset();
 }
 
-bool sayTheSame(const ListLeaveTombstonesOperation& first, const ListLeaveTombstonesOperation& second)
+bool sayTheSame(const ListLeaveTombstonesOperation& first, const ListLeaveTombstonesOperation& second,
+                CapturedData captured)
 {
     return first.getRange() == second.getRange() && first.getHoldersCount() == second.getHoldersCount() &&
-           haveEqualTargets(first.getData(), second.getData());
+           haveEqualCaptures(first.getData(), second.getData(), captured);
 }
 
 template<class T>
-bool sayTheSame(const ListMultirangeOperationImpl<T>& first, const ListMultirangeOperationImpl<T>& second)
+bool sayTheSame(const ListMultirangeOperationImpl<T>& first, const ListMultirangeOperationImpl<T>& second,
+                CapturedData captured)
 {
     return std::equal(first.getNestedOperations().begin(), first.getNestedOperations().end(),
                       second.getNestedOperations().begin(), second.getNestedOperations().end(),
-                      [](const T& left, const T& right) { return sayTheSame(left, right); });
+                      [captured](const T& left, const T& right) { return sayTheSame(left, right, captured); });
 }
 
 template<class Tag>
-bool sayTheSame(const MapInsertOrRemoveOperation<Tag>& first, const MapInsertOrRemoveOperation<Tag>& second)
+bool sayTheSame(const MapInsertOrRemoveOperation<Tag>& first, const MapInsertOrRemoveOperation<Tag>& second,
+                CapturedData captured)
 {
-    return haveEqualTargets(first.getKey(), second.getKey()) && haveEqualTargets(first.getData(), second.getData());
+    const CapturedData capturedHere = std::is_same_v<Tag, MapInsertTag> ? CapturedData::Counts : captured;
+    return haveEqualTargets(first.getKey(), second.getKey()) &&
+           haveEqualCaptures(first.getData(), second.getData(), capturedHere);
 }
 
-bool sayTheSame(const MapLeaveRemovedOperation& first, const MapLeaveRemovedOperation& second)
+bool sayTheSame(const MapLeaveRemovedOperation& first, const MapLeaveRemovedOperation& second, CapturedData captured)
 {
     return first.getHoldersCount() == second.getHoldersCount() && haveEqualTargets(first.getKey(), second.getKey()) &&
-           haveEqualTargets(first.getData(), second.getData());
+           haveEqualCaptures(first.getData(), second.getData(), captured);
 }
 
-bool sayTheSame(const TableRowOrColumnDataOperation& first, const TableRowOrColumnDataOperation& second)
+template<class Operation>
+bool sayTheSame(const Operation& first, const Operation& second,
+                CapturedData captured) requires std::is_base_of_v<TableRowOrColumnDataOperation, Operation>
 {
-    return first.getIndex() == second.getIndex() && haveEqualTargets(first.getRowOrColumn(), second.getRowOrColumn());
+    constexpr bool isInsertion =
+        std::is_same_v<Operation, TableRowOrColumnListModificationOperation<RowOrColumnInsertOperationTag>>;
+    if constexpr (std::is_same_v<Operation, RowOrColumnLeaveTombstoneOperation>)
+    {
+        if (first.getHoldersCount() != second.getHoldersCount())
+        {
+            return false;
+        }
+    }
+    return first.getIndex() == second.getIndex() && haveEqualCaptures(first.getRowOrColumn(), second.getRowOrColumn(),
+                                                                      isInsertion ? CapturedData::Counts : captured);
 }
 
-bool sayTheSame(const RowOrColumnLeaveTombstoneOperation& first, const RowOrColumnLeaveTombstoneOperation& second)
-{
-    return first.getIndex() == second.getIndex() && first.getHoldersCount() == second.getHoldersCount() &&
-           haveEqualTargets(first.getRowOrColumn(), second.getRowOrColumn());
-}
-
-bool sayTheSame(const RowOrColumnMoveOperation& first, const RowOrColumnMoveOperation& second)
+bool sayTheSame(const RowOrColumnMoveOperation& first, const RowOrColumnMoveOperation& second, CapturedData)
 {
     return first.getIndex() == second.getIndex() && first.getOffset() == second.getOffset();
 }
 
-bool sayTheSame(const SetRowOrColumnPropertyOperation& first, const SetRowOrColumnPropertyOperation& second)
+/// Both are settings of one property, on one row, column or node.
+template<class Setting>
+bool haveEqualValues(const Setting& first, const Setting& second, CapturedData captured)
 {
-    return first.getIndex() == second.getIndex() && first.getPropertyID() == second.getPropertyID() &&
-           first.getOldValue() == second.getOldValue() && first.getNewValue() == second.getNewValue();
+    return first.getPropertyID() == second.getPropertyID() && first.getNewValue() == second.getNewValue() &&
+           (captured == CapturedData::IsIgnored || first.getOldValue() == second.getOldValue());
+}
+
+bool sayTheSame(const SetRowOrColumnPropertyOperation& first, const SetRowOrColumnPropertyOperation& second,
+                CapturedData captured)
+{
+    return first.getIndex() == second.getIndex() && haveEqualValues(first, second, captured);
 }
 
 template<class Tag>
-bool sayTheSame(const TableRowOrColumnOperation<Tag>& first, const TableRowOrColumnOperation<Tag>& second)
+bool sayTheSame(const TableRowOrColumnOperation<Tag>& first, const TableRowOrColumnOperation<Tag>& second,
+                CapturedData captured)
 {
     return boost::apply_visitor(
         [&](const auto& nested)
         {
             const auto* other = boost::get<std::decay_t<decltype(nested)>>(&second.getNestedOperation());
-            return other && sayTheSame(nested, *other);
+            return other && sayTheSame(nested, *other, captured);
         },
         first.getNestedOperation());
 }
 
-bool sayTheSame(const SetPropertyOperation& first, const SetPropertyOperation& second)
+bool sayTheSame(const SetPropertyOperation& first, const SetPropertyOperation& second, CapturedData captured)
 {
-    return first.getPropertyID() == second.getPropertyID() && first.getOldValue() == second.getOldValue() &&
-           first.getNewValue() == second.getNewValue();
+    return haveEqualValues(first, second, captured);
 }
 
 /// Both are of one class, which is of the family `Root`.
 template<class Root>
-bool compareInFamily(const Root& first, const HierarchicalOperation& second)
+bool compareInFamily(const Root& first, const HierarchicalOperation& second, CapturedData captured)
 {
     return visitWith<bool>(first, [&](const auto& typed)
-                           { return sayTheSame(typed, cast<std::decay_t<decltype(typed)>>(second)); });
+                           { return sayTheSame(typed, cast<std::decay_t<decltype(typed)>>(second), captured); });
 }
 
-bool compareOfOneClass(const HierarchicalOperation& first, const HierarchicalOperation& second)
+bool compareOfOneClass(const HierarchicalOperation& first, const HierarchicalOperation& second, CapturedData captured)
 {
     switch (first.getFamily())
     {
     case HierarchicalOperation::Family::List:
-        return compareInFamily(castToFamily<ListOperation>(first), second);
+        return compareInFamily(castToFamily<ListOperation>(first), second, captured);
     case HierarchicalOperation::Family::ListMultirange:
-        return compareInFamily(castToFamily<ListMultirangeOperation>(first), second);
+        return compareInFamily(castToFamily<ListMultirangeOperation>(first), second, captured);
     case HierarchicalOperation::Family::Map:
-        return compareInFamily(castToFamily<MapOperation>(first), second);
+        return compareInFamily(castToFamily<MapOperation>(first), second, captured);
     case HierarchicalOperation::Family::SetProperty:
-        return sayTheSame(castToFamily<SetPropertyOperation>(first), castToFamily<SetPropertyOperation>(second));
+        return sayTheSame(castToFamily<SetPropertyOperation>(first), castToFamily<SetPropertyOperation>(second),
+                          captured);
     case HierarchicalOperation::Family::Table:
-        return compareInFamily(castToFamily<TableOperation>(first), second);
+        return compareInFamily(castToFamily<TableOperation>(first), second, captured);
     }
     ZEM_FAIL("The operation is of no family.");
 }
 
-bool compareAtomic(const AtomicOperation& first, const AtomicOperation& second)
+bool compareAtomic(const AtomicOperation& first, const AtomicOperation& second, CapturedData captured)
 {
     if (typeid(first) != typeid(second))
     {
@@ -137,7 +173,7 @@ bool compareAtomic(const AtomicOperation& first, const AtomicOperation& second)
     const auto& secondOnNode = getHierarchical(second);
     return firstOnNode.getOperandType() == secondOnNode.getOperandType() &&
            firstOnNode.getNodeAddress() == secondOnNode.getNodeAddress() &&
-           compareOfOneClass(firstOnNode, secondOnNode);
+           compareOfOneClass(firstOnNode, secondOnNode, captured);
 }
 
 bool haveEqualShadows(const Shadows& first, const Shadows& second)
@@ -149,37 +185,50 @@ bool haveEqualShadows(const Shadows& first, const Shadows& second)
                       second._deadPlaces.end(), areEqual);
 }
 
-bool compareParts(const CompositeOperation& first, const CompositeOperation& second)
+bool compare(const Operation& first, const Operation& second, CapturedData captured);
+
+bool compareParts(const CompositeOperation& first, const CompositeOperation& second, CapturedData captured)
 {
     return first.bringsShadowedAlong() == second.bringsShadowedAlong() &&
-           std::equal(
-               first.getParts().begin(), first.getParts().end(), second.getParts().begin(), second.getParts().end(),
-               [](const OperationUPtr& left, const OperationUPtr& right) { return areDeeplyEqual(*left, *right); });
+           std::equal(first.getParts().begin(), first.getParts().end(), second.getParts().begin(),
+                      second.getParts().end(),
+                      [captured](const OperationUPtr& left, const OperationUPtr& right)
+                      { return compare(*left, *right, captured); });
 }
 
-} // namespace
-
-bool areDeeplyEqual(const Operation& first, const Operation& second)
+bool compare(const Operation& first, const Operation& second, CapturedData captured)
 {
     return visitWith<bool>(
         first,
         [&](const AtomicOperation& atomic)
         {
             const auto* other = getIf<AtomicOperation>(second);
-            return other && compareAtomic(atomic, *other);
+            return other && compareAtomic(atomic, *other, captured);
         },
         [&](const CompositeOperation& composite)
         {
             const auto* other = getIf<CompositeOperation>(second);
-            return other && compareParts(composite, *other);
+            return other && compareParts(composite, *other, captured);
         },
         [&](const EmptyOperation&) { return getIf<EmptyOperation>(second) != nullptr; },
         [&](const ShadowedOperation& shadowed)
         {
             const auto* other = getIf<ShadowedOperation>(second);
-            return other && compareAtomic(shadowed.getOriginal(), other->getOriginal()) &&
+            return other && compareAtomic(shadowed.getOriginal(), other->getOriginal(), captured) &&
                    haveEqualShadows(shadowed.getShadows(), other->getShadows());
         });
+}
+
+} // namespace
+
+bool areDeeplyEqual(const Operation& first, const Operation& second)
+{
+    return compare(first, second, CapturedData::Counts);
+}
+
+bool haveEqualEffects(const Operation& first, const Operation& second)
+{
+    return compare(first, second, CapturedData::IsIgnored);
 }
 
 } // namespace Zem::CollaborationEngine

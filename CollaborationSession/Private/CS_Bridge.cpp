@@ -1,6 +1,7 @@
 #include "CS_Bridge.h"
 
 #include "CS_MoveSelections.h"
+#include "CS_PartialMarking.h"
 
 #include "CE_InverseOperation.h"
 #include "CE_MapOperation.h"
@@ -10,7 +11,9 @@
 #include "Util_Cast.h"
 #include "Util_DeepComparison.h"
 
+#include <algorithm>
 #include <typeinfo>
+#include <utility>
 
 namespace Zem::CollaborationSession
 {
@@ -43,6 +46,61 @@ bool haveEqualPlaces(const HierarchicalOperation& planned, const HierarchicalOpe
                                                          cast<MapOperation>(happened).getKey().getShared());
     }
     return false;
+}
+
+using TextRemoval = ListMultirangeOperationImpl<ListModificationOperation<RemoveTag>>;
+
+/// Whether a removal for good takes place in a text.
+bool removesSlots(const Operation& operation)
+{
+    return visitWith<bool>(
+        operation, [](const AtomicOperation& atomic) { return cast<TextRemoval>(&atomic) != nullptr; },
+        [](const CompositeOperation& composite)
+        {
+            return std::any_of(composite.getParts().begin(), composite.getParts().end(),
+                               [](const OperationUPtr& part) { return removesSlots(*part); });
+        },
+        [](const EmptyOperation&) { return false; }, [](const ShadowedOperation&) { return false; });
+}
+
+OperationUPtr markInsteadSingle(const AtomicOperation& atomic)
+{
+    const auto* removal = cast<TextRemoval>(&atomic);
+    if (!removal)
+    {
+        return cloneOperation(atomic);
+    }
+    std::vector<ListModificationOperation<MarkAsRemovedTag>> nestedOperations;
+    for (const auto& nested : removal->getNestedOperations())
+    {
+        nestedOperations.emplace_back(nested.getNodeAddress(), nested.getOperandType(), nested.getData(),
+                                      nested.getRange());
+    }
+    auto marking = std::make_unique<ListMultirangeOperationImpl<ListModificationOperation<MarkAsRemovedTag>>>(
+        std::move(nestedOperations));
+    marking->inheritIDIfPossibleImpl(atomic);
+    return marking;
+}
+
+/// The operation with markings in place of removals for good, which no document executes. The author of an insertion
+/// that was refused may have removed and restored what it lay in: the elements then come back with that, and go.
+OperationUPtr markInstead(const Operation& operation)
+{
+    return visitWith<OperationUPtr>(
+        operation, [](const AtomicOperation& atomic) { return markInsteadSingle(atomic); },
+        [](const CompositeOperation& composite) -> OperationUPtr
+        {
+            std::vector<OperationUPtr> parts;
+            for (const OperationUPtr& part : composite.getParts())
+            {
+                parts.push_back(markInstead(*part));
+            }
+            auto marked = std::make_unique<CompositeOperation>(std::move(parts), composite.bringsShadowedAlong());
+            marked->inheritIDIfPossibleImpl(composite);
+            return marked;
+        },
+        [](const EmptyOperation& empty) { return cloneOperation(empty); },
+        [](const ShadowedOperation& shadowed) { return cloneOperation(shadowed); });
 }
 
 std::shared_ptr<Operation> makeSetting(const SetPropertyOperation& planned, const SetPropertyOperation& happened)
@@ -78,9 +136,9 @@ void Bridge::closeTyping()
     _typing = ComposedTyping();
 }
 
-void Bridge::appendChange(const Operation& planned, const Operation& happened)
+void Bridge::appendChange(const Operation& original, const Operation& planned, const Operation& happened)
 {
-    if (areDeeplyEqual(planned, happened) || appendChangeOnNode(planned, happened))
+    if (haveEqualEffects(planned, happened) || appendChangeOnNode(planned, happened))
     {
         return;
     }
@@ -88,15 +146,46 @@ void Bridge::appendChange(const Operation& planned, const Operation& happened)
     if (composite && cast<AtomicOperation>(&planned))
     {
         // What was planned, and what came with it.
-        appendChange(planned, *composite->getParts().front());
+        appendChange(original, planned, *composite->getParts().front());
         for (std::size_t index = 1; index < composite->getParts().size(); ++index)
         {
             append(cloneOperation(*composite->getParts()[index]));
         }
         return;
     }
-    append(makeReversal(planned));
+    if (appendPartialMarking(original, planned, happened))
+    {
+        return;
+    }
+    refuse(original);
     append(cloneOperation(happened));
+}
+
+/// Stands on the way from the operation's end to what was there before it, and not at the end of the bridge: what
+/// somebody else did below an element that `original` removes isn't shadowed then, for the element was never gone.
+void Bridge::refuse(const Operation& original)
+{
+    _passed = _passedBefore;
+    _passed.emplace(_passed.begin(), makeReversal(original));
+}
+
+/// As if the author had sent the part that happened and the rest as two operations.
+bool Bridge::appendPartialMarking(const Operation& original, const Operation& planned, const Operation& happened)
+{
+    const auto parts = takeApart(original, planned, happened);
+    if (!parts)
+    {
+        return false;
+    }
+    Bridge bridge(_transformer);
+    bridge._passed = _passedBefore;
+    if (!haveEqualEffects(*bridge.cross(*parts->_carriedOut), happened))
+    {
+        return false;
+    }
+    _passed = std::move(bridge._passed);
+    _passed.emplace(_passed.begin(), makeReversal(*parts->_refused));
+    return true;
 }
 
 bool Bridge::appendChangeOnNode(const Operation& planned, const Operation& happened)
@@ -135,7 +224,7 @@ OperationUPtr Bridge::cross(const Operation& operation)
     {
         crossing = crossOne(*crossing, passed, passedBehind);
     }
-    _passed = std::move(passedBehind);
+    _passedBefore = std::exchange(_passed, std::move(passedBehind));
     return crossing;
 }
 
@@ -144,17 +233,24 @@ OperationUPtr Bridge::crossOne(const Operation& operation, Passed passed, std::v
 {
     if (auto* changed = std::get_if<ChangedInsertion>(&passed))
     {
-        OperationUPtr crossed = changed->cross(operation);
-        passedBehind.push_back(std::move(passed));
+        OperationUPtr crossed = changed->cross(operation, _transformer);
+        if (!changed->isOver())
+        {
+            passedBehind.push_back(std::move(passed));
+        }
         return crossed;
     }
     const auto& other = std::get<std::shared_ptr<const Operation>>(passed);
     OperationUPtr crossed = _transformer.include(operation, *other, TieResolveCondition::SecondWins);
-    std::shared_ptr<const Operation> otherBehind =
-        _transformer.include(*other, operation, TieResolveCondition::FirstWins);
+    OperationUPtr otherBehind = _transformer.include(*other, operation, TieResolveCondition::FirstWins);
+    if (removesSlots(*crossed))
+    {
+        crossed = markInstead(*crossed);
+        otherBehind = markInstead(*otherBehind);
+    }
     if (!cast<EmptyOperation>(otherBehind.get()))
     {
-        passedBehind.emplace_back(std::move(otherBehind));
+        passedBehind.emplace_back(std::shared_ptr<const Operation>(std::move(otherBehind)));
     }
     return crossed;
 }

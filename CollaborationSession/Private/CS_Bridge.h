@@ -37,9 +37,14 @@ public:
 
     void append(std::shared_ptr<const CollaborationEngine::Operation> operation);
 
-    /// Appends the way from `planned`, the last that crossed, to what became of it. Elements that both insert keep
-    /// their identity. Where nothing better is known, `planned` is taken back and `happened` is done.
-    void appendChange(const CollaborationEngine::Operation& planned, const CollaborationEngine::Operation& happened);
+    /// Appends the way from `planned`, the last that crossed, to what became of it. `original` is what `planned` was
+    /// before it crossed. Elements that both insert keep their identity, and of a marking that happened in part only
+    /// the rest is taken back. Where nothing better is known, `original` is refused and `happened` is done.
+    void appendChange(const CollaborationEngine::Operation& original, const CollaborationEngine::Operation& planned,
+                      const CollaborationEngine::Operation& happened);
+
+    /// Takes back `original`, the last that crossed: it didn't happen, and the bridge stands where it stood before.
+    void refuse(const CollaborationEngine::Operation& original);
 
     /// `operation` past all that stands here, which goes first in a tie. If a transformation fails, the bridge is as it
     /// was. Cost: two transformations for each operation that stands here.
@@ -54,11 +59,16 @@ private:
     void closeTyping();
     bool appendChangeOnNode(const CollaborationEngine::Operation& planned,
                             const CollaborationEngine::Operation& happened);
+    bool appendPartialMarking(const CollaborationEngine::Operation& original,
+                              const CollaborationEngine::Operation& planned,
+                              const CollaborationEngine::Operation& happened);
     CollaborationEngine::OperationUPtr crossOne(const CollaborationEngine::Operation& operation, Passed passed,
                                                 std::vector<Passed>& passedBehind) const;
 
     const CollaborationEngine::BaseOperationTransformer& _transformer;
     std::vector<Passed> _passed;
+    /// What `_passed` was before the last operation crossed.
+    std::vector<Passed> _passedBefore;
     /// What stands behind `_passed`.
     ComposedTyping _typing;
 };

@@ -1,5 +1,6 @@
 #include "CS_ChangedInsertion.h"
 
+#include "CS_CopyRange.h"
 #include "CS_MatchElements.h"
 
 #include "Util_Assert.h"
@@ -49,32 +50,14 @@ std::size_t countInFront(const Gaps& gaps, unsigned long slot)
     return begin;
 }
 
-/// A range of slots that stand side by side before and after a mapping.
-struct MappedRange
+/// Null for an operation of several parts, or none.
+const HierarchicalOperation* findOnNode(const Operation& operation)
 {
-    unsigned long _begin;
-    unsigned long _offset;
-    unsigned long _count;
-};
-
-template<class Nested>
-Nested makeRange(const Nested& model, const MappedRange& mapped)
-{
-    SharedConstPtr<ItemsCollection> data;
-    if (model.getData())
+    if (const auto* shadowed = cast<ShadowedOperation>(&operation))
     {
-        data = SharedConstPtr<ItemsCollection>(
-            model.getData()->copySubrange(IndexRange<unsigned long>::fromCount(mapped._offset, mapped._count)));
+        return shadowed->getOriginal().getIfHierarchical();
     }
-    const auto range = IndexRange<unsigned long>::fromCount(mapped._begin, mapped._count);
-    if constexpr (std::is_same_v<Nested, ListLeaveTombstonesOperation>)
-    {
-        return Nested(model.getNodeAddress(), model.getOperandType(), std::move(data), range, model.getHoldersCount());
-    }
-    else
-    {
-        return Nested(model.getNodeAddress(), model.getOperandType(), std::move(data), range);
-    }
+    return cast<HierarchicalOperation>(&operation);
 }
 
 template<class Nested>
@@ -88,7 +71,8 @@ void sortDescending(std::vector<Nested>& nestedOperations)
 } // namespace
 
 ChangedInsertion::ChangedInsertion(const Insertion& planned, const Insertion& happened)
-    : _nodeAddress(planned.getNodeAddress())
+    : _onNode(cloneOperation(planned))
+    , _nodeAddress(planned.getNodeAddress())
     , _planned(listGaps(planned))
     , _happened(listGaps(happened))
     , _identities(matchElements(planned, happened))
@@ -96,8 +80,12 @@ ChangedInsertion::ChangedInsertion(const Insertion& planned, const Insertion& ha
     std::replace(_identities.begin(), _identities.end(), noMatch, nowhere);
 }
 
-OperationUPtr ChangedInsertion::cross(const Operation& operation)
+OperationUPtr ChangedInsertion::cross(const Operation& operation, const BaseOperationTransformer& transformer)
 {
+    if (cast<CompositeOperation>(&operation) == nullptr)
+    {
+        followAncestors(operation, transformer);
+    }
     OperationUPtr crossed = visitWith<OperationUPtr>(
         operation,
         [&](const AtomicOperation& atomic)
@@ -111,7 +99,7 @@ OperationUPtr ChangedInsertion::cross(const Operation& operation)
             std::vector<OperationUPtr> parts;
             for (const OperationUPtr& part : composite.getParts())
             {
-                parts.push_back(cross(*part));
+                parts.push_back(cross(*part, transformer));
             }
             return std::make_unique<CompositeOperation>(std::move(parts), composite.bringsShadowedAlong());
         },
@@ -132,6 +120,26 @@ OperationUPtr ChangedInsertion::cross(const Operation& operation)
         });
     crossed->inheritIDIfPossibleImpl(operation);
     return crossed;
+}
+
+/// The node's address follows what an operation does above it.
+void ChangedInsertion::followAncestors(const Operation& operation, const BaseOperationTransformer& transformer)
+{
+    const HierarchicalOperation* above = findOnNode(operation);
+    if (!above || above->getNodeAddress().getSize() >= _nodeAddress.getSize() ||
+        !above->getNodeAddress().isPrefixOf(_nodeAddress))
+    {
+        return;
+    }
+    const bool wasDead = isDead();
+    _onNode = transformer.include(*_onNode, operation, TieResolveCondition::SecondWins);
+    _nodeAddress = derefPtr(findOnNode(*_onNode)).getNodeAddress();
+    _isOver = _isOver || (wasDead && !isDead());
+}
+
+bool ChangedInsertion::isDead() const
+{
+    return cast<ShadowedOperation>(_onNode.get()) != nullptr;
 }
 
 void ChangedInsertion::follow(NodeAddressWithTransformationData& position) const
@@ -284,14 +292,14 @@ OperationUPtr ChangedInsertion::crossRanges(const ListMultirangeOperationImpl<Ne
     for (const Nested& nested : operation.getNestedOperations())
     {
         const IndexRange<unsigned long>& range = nested.getRange();
-        boost::optional<MappedRange> mapped;
+        boost::optional<CopiedRange> mapped;
         for (unsigned long slot = range.getBegin(); slot < range.getEnd(); ++slot)
         {
             const auto place = mapSlot(slot);
             const bool isContinued = place && mapped && mapped->_begin + mapped->_count == *place;
             if (mapped && !isContinued)
             {
-                nestedOperations.push_back(makeRange(nested, *mapped));
+                nestedOperations.push_back(copyRange(nested, *mapped));
                 mapped = boost::none;
             }
             if (isContinued)
@@ -300,12 +308,12 @@ OperationUPtr ChangedInsertion::crossRanges(const ListMultirangeOperationImpl<Ne
             }
             else if (place)
             {
-                mapped = MappedRange{*place, slot - range.getBegin(), 1};
+                mapped = CopiedRange{*place, slot - range.getBegin(), 1};
             }
         }
         if (mapped)
         {
-            nestedOperations.push_back(makeRange(nested, *mapped));
+            nestedOperations.push_back(copyRange(nested, *mapped));
         }
     }
     if (nestedOperations.empty())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CE_BaseOperationTransformer.h"
 #include "CE_ListMultirangeOperation.h"
 #include "CE_NodeAddressWithTransformationData.h"
 
@@ -34,7 +35,15 @@ public:
 
     /// An operation that was made behind the planned insertion, as it has to be behind the one that happened; the way
     /// then begins behind `operation`.
-    CollaborationEngine::OperationUPtr cross(const CollaborationEngine::Operation& operation);
+    CollaborationEngine::OperationUPtr cross(const CollaborationEngine::Operation& operation,
+                                             const CollaborationEngine::BaseOperationTransformer& transformer);
+
+    /// Whether there is no difference any more: the author has removed what the text lies in, and restored it, which
+    /// brings back the text as the author had it.
+    bool isOver() const
+    {
+        return _isOver;
+    }
 
     /// A position behind the planned insertion, as it has to be behind the one that happened.
     void follow(CollaborationEngine::NodeAddressWithTransformationData& position) const;
@@ -58,7 +67,14 @@ private:
     CollaborationEngine::OperationUPtr
     crossRanges(const CollaborationEngine::ListMultirangeOperationImpl<Nested>& operation) const;
 
+    void followAncestors(const CollaborationEngine::Operation& operation,
+                         const CollaborationEngine::BaseOperationTransformer& transformer);
+    bool isDead() const;
+
+    /// Some operation on the text. It is shadowed while the text is in something that the author has removed.
+    std::shared_ptr<const CollaborationEngine::Operation> _onNode;
     CollaborationEngine::OperationNodeAddress _nodeAddress;
+    bool _isOver = false;
     Gaps _planned;
     Gaps _happened;
     /// For each planned element the number of the same one among those that happened, or `nowhere`.

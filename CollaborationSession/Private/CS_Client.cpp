@@ -96,8 +96,12 @@ OperationExecutor& Client::getExecutor()
     return *_executor;
 }
 
-OperationUPtr Client::makeUndo(Operation::Id operationID) const
+OperationUPtr Client::makeUndo(Operation::Id operationID)
 {
+    if (_undoings.contains(operationID))
+    {
+        return nullptr;
+    }
     const Operation* undone = nullptr;
     Bridge later(_replica.getTransformer());
     const auto pass = [&](const Operation& operation, bool isOwn)
@@ -119,7 +123,14 @@ OperationUPtr Client::makeUndo(Operation::Id operationID) const
     {
         pass(*operation, true);
     }
-    return undone ? later.cross(*CollaborationEngine::makeUndo(*undone, _replica.getTransformer())) : nullptr;
+    if (!undone)
+    {
+        return nullptr;
+    }
+    OperationUPtr undoing = later.cross(*CollaborationEngine::makeUndo(*undone, _replica.getTransformer()));
+    undoing->setIDIfNeeded(_nextOperationID);
+    _undoings.emplace(operationID, *undoing->getID());
+    return undoing;
 }
 
 boost::optional<ClientBatch> Client::takeBatch()
@@ -227,6 +238,7 @@ bool Client::executeOwn(Operation& operation, OperationUPtr& changedOp)
     }
     catch (...)
     {
+        forgetUndoing(operation);
         restoreDocument(_pending);
         throw;
     }
@@ -299,7 +311,13 @@ void Client::confirm(const HistoryEntryPtr& entry)
 /// `pending` are the operations that are in the document and that the server doesn't know.
 void Client::takeInSelection(const SelectionMoved& moved, std::span<const OperationUPtr> pending)
 {
-    _selections.erase(moved._client);
+    const bool isOwn = moved._client == _id;
+    if (isOwn && _isSelectionNew)
+    {
+        return;
+    }
+    Selections& selections = isOwn ? _ownSelection : _selections;
+    selections.erase(moved._client);
     if (!moved._selection)
     {
         return;
@@ -309,7 +327,7 @@ void Client::takeInSelection(const SelectionMoved& moved, std::span<const Operat
     {
         includeInSelections(_selectionTransformer, *operation, single);
     }
-    _selections.merge(single);
+    selections.merge(single);
 }
 
 void Client::refuse(const Operation& operation, const std::string& reason)
@@ -318,6 +336,13 @@ void Client::refuse(const Operation& operation, const std::string& reason)
     {
         _refusals.push_back({*id, reason});
     }
+    forgetUndoing(operation);
+}
+
+/// If `operation` undid something, that may be undone again.
+void Client::forgetUndoing(const Operation& operation)
+{
+    std::erase_if(_undoings, [&](const auto& undoing) { return undoing.second == operation.getID(); });
 }
 
 /// Makes the document again: the copy, what happened since, and the pending operations as they stand.
@@ -345,6 +370,7 @@ void Client::takeCheckpointIfDue()
     {
         _checkpoint = std::make_shared<const DOM::Document>(_replica.getDocument());
         _entriesSinceCheckpoint.clear();
+        _undoings.clear();
     }
 }
 

@@ -43,7 +43,8 @@ Client::Rebase::Rebase(Client& client)
 void Client::Rebase::takeIn(const HistoryEntryPtr& entry)
 {
     const bool isOwn = entry->_author == _client._id;
-    OperationUPtr planned = isOwn ? cross(*takeOldest()) : nullptr;
+    const OperationUPtr oldest = isOwn ? takeOldest() : nullptr;
+    const OperationUPtr planned = isOwn ? cross(*oldest) : nullptr;
     {
         const Stopwatch stopwatch(_client._statistics._executingTime);
         _client._replica.executeAgain(*entry->_operation);
@@ -58,7 +59,7 @@ void Client::Rebase::takeIn(const HistoryEntryPtr& entry)
     }
     else if (planned)
     {
-        _bridge.appendChange(*planned, *entry->_operation);
+        _bridge.appendChange(*oldest, *planned, *entry->_operation);
     }
 }
 
@@ -66,9 +67,9 @@ void Client::Rebase::takeIn(const OperationRejected& rejection)
 {
     const OperationUPtr oldest = takeOldest();
     _client.refuse(*oldest, rejection._reason);
-    if (const OperationUPtr planned = cross(*oldest))
+    if (cross(*oldest))
     {
-        _bridge.appendChange(*planned, EmptyOperation());
+        leaveOut(*oldest);
     }
 }
 
@@ -79,7 +80,7 @@ void Client::Rebase::finish()
     for (std::size_t index = 0; index < pending.size(); ++index)
     {
         OperationUPtr planned = cross(*pending[index]);
-        OperationUPtr happened = planned ? executeAgain(std::move(planned)) : nullptr;
+        OperationUPtr happened = planned ? executeAgain(*pending[index], std::move(planned)) : nullptr;
         if (!happened && index < _client._underWayCount)
         {
             happened = std::make_unique<EmptyOperation>();
@@ -125,7 +126,7 @@ OperationUPtr Client::Rebase::cross(const Operation& operation)
 }
 
 /// What happened; null if the document refused it with a failure.
-OperationUPtr Client::Rebase::executeAgain(OperationUPtr planned)
+OperationUPtr Client::Rebase::executeAgain(const Operation& original, OperationUPtr planned)
 {
     Statistics& statistics = _client._statistics;
     ++statistics._rebasedCount;
@@ -141,13 +142,13 @@ OperationUPtr Client::Rebase::executeAgain(OperationUPtr planned)
         ++statistics._rejectedCount;
         _client.refuse(*planned, error.what());
         _client.restoreDocument(_again);
-        leaveOut(*planned);
+        leaveOut(original);
         return nullptr;
     }
     if (changed)
     {
         ++statistics._changedCount;
-        _bridge.appendChange(*planned, *changed);
+        _bridge.appendChange(original, *planned, *changed);
         planned = std::move(changed);
     }
     _client.includeInAll(*planned);
@@ -155,11 +156,11 @@ OperationUPtr Client::Rebase::executeAgain(OperationUPtr planned)
 }
 
 /// What was made behind an operation goes on without it.
-void Client::Rebase::leaveOut(const Operation& planned)
+void Client::Rebase::leaveOut(const Operation& original)
 {
     try
     {
-        _bridge.append(makeReversal(planned));
+        _bridge.refuse(original);
     }
     catch (const std::exception&)
     {

@@ -25,8 +25,9 @@ public:
 private:
     CollaborationEngine::OperationUPtr takeOldest();
     CollaborationEngine::OperationUPtr cross(const CollaborationEngine::Operation& operation);
-    CollaborationEngine::OperationUPtr executeAgain(CollaborationEngine::OperationUPtr planned);
-    void leaveOut(const CollaborationEngine::Operation& planned);
+    CollaborationEngine::OperationUPtr executeAgain(const CollaborationEngine::Operation& original,
+                                                    CollaborationEngine::OperationUPtr planned);
+    void leaveOut(const CollaborationEngine::Operation& original);
 
     Client& _client;
     Bridge _bridge;

@@ -119,9 +119,9 @@ void Server::receive(ClientID clientID, const ClientBatch& batch)
         isBridgeWhole = isBridgeWhole ? takeIn(clientID, number, *operation, bridge)
                                       : reject(clientID, number, "It was made behind one that fits no document.");
     }
-    if (batch._selection && isBridgeWhole)
+    if (batch._selection)
     {
-        takeInSelection(clientID, *batch._selection, bridge);
+        takeInSelection(clientID, isBridgeWhole ? batch._selection.get() : nullptr, bridge);
     }
     if (getRevision() - _checkpointRevision >= _checkpointInterval)
     {
@@ -149,7 +149,7 @@ bool Server::takeIn(ClientID author, unsigned long number, const Operation& oper
         OperationUPtr changed;
         if (_replica.getExecutor().executeAndChangeIfNeeded(*planned, changed))
         {
-            bridge.appendChange(*planned, *changed);
+            bridge.appendChange(operation, *planned, *changed);
             planned = std::move(changed);
             ++_statistics._changedCount;
         }
@@ -163,7 +163,7 @@ bool Server::takeIn(ClientID author, unsigned long number, const Operation& oper
     }
     try
     {
-        bridge.append(makeReversal(*planned));
+        bridge.refuse(operation);
         return true;
     }
     catch (const std::exception&)
@@ -197,19 +197,25 @@ void Server::append(ClientID author, unsigned long number, OperationUPtr operati
     sendToAll(OperationHappened{std::move(entry)});
 }
 
-void Server::takeInSelection(ClientID client, const Selection& selection, Bridge& bridge)
+/// Null for one that can't be placed. The owner hears of it, too, so that all have the same.
+void Server::takeInSelection(ClientID client, const Selection* selection, Bridge& bridge)
 {
-    Selections moved;
-    moved.emplace(client, selection);
-    bridge.follow(_selectionTransformer, moved);
-    if (moved.empty())
+    _selections.erase(client);
+    if (selection)
     {
+        Selections moved = {{client, *selection}};
+        bridge.follow(_selectionTransformer, moved);
+        _selections.merge(moved);
+    }
+    const auto placed = _selections.find(client);
+    if (placed == _selections.end())
+    {
+        _lostSelections.emplace_back(getRevision(), client);
+        sendToAll(SelectionMoved{client, nullptr});
         return;
     }
-    moved.begin()->second.clearCache();
-    const auto shared = std::make_shared<const Selection>(moved.begin()->second);
-    _selections.insert_or_assign(client, *shared);
-    sendToAll(SelectionMoved{client, shared}, client);
+    placed->second.clearCache();
+    sendToAll(SelectionMoved{client, std::make_shared<const Selection>(placed->second)});
 }
 
 Server::ConnectedClient& Server::findClient(ClientID client)
@@ -239,11 +245,11 @@ void Server::requireValid(const ConnectedClient& client, const ClientBatch& batc
     }
 }
 
-void Server::sendToAll(const ServerMessage& message, ClientID except)
+void Server::sendToAll(const ServerMessage& message)
 {
     for (auto& [id, client] : _clients)
     {
-        if (client._outbox && id != except)
+        if (client._outbox)
         {
             client._outbox(message);
         }

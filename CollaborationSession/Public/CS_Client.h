@@ -18,6 +18,7 @@
 #include <boost/optional.hpp>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <span>
 #include <vector>
@@ -77,11 +78,13 @@ public:
     /// come in since: fails with "isLastUnsent" otherwise.
     CollaborationEngine::OperationExecutor& getExecutor();
 
-    /// An operation that undoes an own one, brought past all that came later, own and others': to be executed as any
-    /// own operation. What others did stands. Null if the client doesn't know the operation: it is too old (not among
-    /// the last thousands), was refused, or went into another one of composed keystrokes.
+    /// An operation that undoes an own one, brought past all that came later, own and others': to be executed next, as
+    /// any own operation. What others did stands. Null if the client doesn't know the operation: it is too old (not
+    /// among the last thousands), was refused, or went into another one of composed keystrokes. Null also if an undo of
+    /// it was made before, and not refused: a deletion that is taken back twice would take back someone else's of the
+    /// same text. To redo is to undo the undo.
     /// Cost: a transformation for each later operation, keystrokes in a row counting as two.
-    CollaborationEngine::OperationUPtr makeUndo(CollaborationEngine::Operation::Id operationID) const;
+    CollaborationEngine::OperationUPtr makeUndo(CollaborationEngine::Operation::Id operationID);
 
     /// Called when the document was replaced by an equal one, or one without an operation that failed: whoever keeps
     /// something about it looks again.
@@ -155,6 +158,7 @@ private:
     void confirm(const HistoryEntryPtr& entry);
     void takeInSelection(const SelectionMoved& moved, std::span<const CollaborationEngine::OperationUPtr> pending);
     void refuse(const CollaborationEngine::Operation& operation, const std::string& reason);
+    void forgetUndoing(const CollaborationEngine::Operation& operation);
     void restoreDocument(std::span<const CollaborationEngine::OperationUPtr> pending);
     void takeCheckpointIfDue();
     void includeInAll(const CollaborationEngine::Operation& operation);
@@ -177,6 +181,8 @@ private:
     /// A document of some revision, and what happened since: where to begin again when an operation fails.
     std::shared_ptr<const DOM::Document> _checkpoint;
     std::vector<HistoryEntryPtr> _entriesSinceCheckpoint;
+    /// What was undone, and the id of what undid it.
+    std::map<CollaborationEngine::Operation::Id, CollaborationEngine::Operation::Id> _undoings;
     Selections _selections;
     /// Empty, or the own one.
     Selections _ownSelection;

@@ -118,11 +118,11 @@ private:
 
     ConnectedClient& findClient(ClientID client);
     void requireValid(const ConnectedClient& client, const ClientBatch& batch) const;
-    void sendToAll(const ServerMessage& message, ClientID except = 0);
+    void sendToAll(const ServerMessage& message);
     bool takeIn(ClientID author, unsigned long number, const CollaborationEngine::Operation& operation, Bridge& bridge);
     bool reject(ClientID author, unsigned long number, const std::string& reason);
     void append(ClientID author, unsigned long number, CollaborationEngine::OperationUPtr operation);
-    void takeInSelection(ClientID client, const Selection& selection, Bridge& bridge);
+    void takeInSelection(ClientID client, const Selection* selection, Bridge& bridge);
     void restoreDocument();
     void takeCheckpoint();
     void trimHistory();

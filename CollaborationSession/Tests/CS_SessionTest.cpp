@@ -298,6 +298,20 @@ TEST(Session, UndoOfAnInsertionLeavesWhatOthersTypedInside)
     EXPECT_EQ(session[1].getText(), "a-b");
 }
 
+TEST(Session, DeletionCantBeTakenBackTwice)
+{
+    SessionCase session("{|one two}");
+    session[0].replace(3, 7, "");
+    session[1].replace(3, 7, "");
+    session.settle();
+    const auto deletion = session[0].getOperationIDs().front();
+    EXPECT_TRUE(session[0].undo(deletion));
+    EXPECT_FALSE(session[0].undo(deletion));
+    session.settle();
+    EXPECT_FALSE(session[0].undo(deletion));
+    EXPECT_EQ(session[1].getText(), "one");
+}
+
 TEST(Session, UnknownOperationCantBeUndone)
 {
     SessionCase session("{|ab}");
