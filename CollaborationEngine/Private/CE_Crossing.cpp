@@ -79,13 +79,35 @@ Parts takeUnitApart(Parts parts)
     return parts;
 }
 
+/// The operation itself, or the first part of it; of a shadowed one, the original.
+const HierarchicalOperation& getFirstSingle(const Operation& operation)
+{
+    const auto* composite = getIf<CompositeOperation>(operation);
+    return composite ? getFirstSingle(*composite->getParts().front()) : makeNodeOperand(operation)._operation;
+}
+
+/// Takes units apart, too.
+void appendSingles(OperationUPtr operation, Parts& singles)
+{
+    if (auto* composite = getIf<CompositeOperation>(*operation))
+    {
+        for (OperationUPtr& part : composite->getParts())
+        {
+            appendSingles(std::move(part), singles);
+        }
+    }
+    else if (!getIf<EmptyOperation>(*operation))
+    {
+        singles.push_back(std::move(operation));
+    }
+}
+
 Parts makeReversals(const Parts& parts)
 {
     Parts reversals;
     for (const OperationUPtr& part : parts)
     {
-        forEachPart(*makeReversal(*part),
-                    [&](const Operation& reversal) { reversals.push_back(cloneOperation(reversal)); });
+        appendSingles(makeReversal(*part), reversals);
     }
     return reversals;
 }
@@ -217,21 +239,29 @@ void Crossing::crossUnits(Parts& first, Parts& second, TieResolveCondition tieRe
 /// `reversals` take back what the other side does: a part of such an element would be shadowed by them.
 void Crossing::dropPartsOfRestored(Parts& unit, const Parts& reversals) const
 {
-    std::erase_if(unit,
-                  [&](const OperationUPtr& part)
-                  {
-                      return std::any_of(reversals.begin(), reversals.end(),
-                                         [&](const OperationUPtr& reversal) { return isKilled(*part, *reversal); });
-                  });
+    const OperationNodeAddress restoredIn = getFirstSingle(*unit.front()).getNodeAddress();
+    const auto isDoneByOther = [&](const OperationUPtr& part)
+    {
+        return std::any_of(reversals.begin(), reversals.end(),
+                           [&](const OperationUPtr& reversal)
+                           {
+                               const HierarchicalOperation& killer = getFirstSingle(*reversal);
+                               return killer.getFamily() != HierarchicalOperation::Family::Map &&
+                                      killer.getNodeAddress() == restoredIn && isKilled(*part, *reversal);
+                           });
+    };
+    std::erase_if(unit, isDoneByOther);
 }
 
 bool Crossing::isKilled(const Operation& part, const Operation& reversal) const
 {
-    const OperationNodeAddress& partsAddress = makeNodeOperand(part)._operation.getNodeAddress();
-    const HierarchicalOperation& killer = makeNodeOperand(reversal)._operation;
-    const OperationNodeAddress& address = killer.getNodeAddress();
-    if (killer.getFamily() == HierarchicalOperation::Family::Map || address.getSize() >= partsAddress.getSize() ||
-        !address.isPrefixOf(partsAddress))
+    const OperationNodeAddress& address = getFirstSingle(part).getNodeAddress();
+    if (const auto* unit = getIf<CompositeOperation>(part))
+    {
+        // What it brings along lies below what it restores.
+        return isKilled(*unit->getParts().front(), reversal);
+    }
+    if (address.getSize() <= getFirstSingle(reversal).getNodeAddress().getSize())
     {
         return false;
     }
@@ -261,7 +291,7 @@ bool Crossing::joinRestoring(Parts& restoring, Parts& shadowed, TieResolveCondit
             }
             pastRestoring = _transformer.include(*pastRestoring, *part, getOpposite(tieResolveCondition));
         }
-        if (countDeadPlaces(*pastRestoring) >= deadPlacesCount)
+        if (!isAwakened(*pastRestoring, deadPlacesCount))
         {
             return false;
         }

@@ -28,15 +28,38 @@ auto findTransformer(const Map& transformers, unsigned long nodeType)
     return transformer == transformers.end() ? nullptr : transformer->second.get();
 }
 
+/// Whether two dead places are one, and, where it is known, of one value of a map.
+bool isSamePlace(const DeadPlace& first, const DeadPlace& second)
+{
+    const bool isSameValue =
+        !first._removedValue || !second._removedValue || *first._removedValue == *second._removedValue;
+    return first == second && isSameValue;
+}
+
 void eraseDeadPlace(std::vector<DeadPlace>& deadPlaces, const DeadPlace& cameBack)
 {
-    std::erase_if(deadPlaces,
-                  [&](const DeadPlace& deadPlace)
-                  {
-                      const bool isSameValue = !deadPlace._removedValue || !cameBack._removedValue ||
-                                               *deadPlace._removedValue == *cameBack._removedValue;
-                      return deadPlace == cameBack && isSameValue;
-                  });
+    std::erase_if(deadPlaces, [&](const DeadPlace& deadPlace) { return isSamePlace(deadPlace, cameBack); });
+}
+
+/// Whether `second` lies in something dead in which `first` doesn't lie, though the address of the former begins that
+/// of the latter: a map has another value under the key now.
+bool isInFormerValue(const NodeOperand& first, const NodeOperand& second)
+{
+    if (!second._shadows)
+    {
+        return false;
+    }
+    const auto isAroundFirst = [&](const DeadPlace& deadPlace)
+    {
+        return first._shadows &&
+               std::any_of(first._shadows->_deadPlaces.begin(), first._shadows->_deadPlaces.end(),
+                           [&](const DeadPlace& firstPlace) { return isSamePlace(firstPlace, deadPlace); });
+    };
+    return std::any_of(second._shadows->_deadPlaces.begin(), second._shadows->_deadPlaces.end(),
+                       [&](const DeadPlace& deadPlace) {
+                           return deadPlace._chunkIndex < second._operation.getNodeAddress().getSize() &&
+                                  !isAroundFirst(deadPlace);
+                       });
 }
 
 } // namespace
@@ -101,7 +124,7 @@ OperationUPtr HierarchicalOperationTransformer::bringAlong(OperationUPtr restori
         return restoring;
     }
     OperationUPtr broughtAlong = includeOperand(second, first, getOpposite(tieResolveCondition));
-    if (countDeadPlaces(*broughtAlong) >= deadPlaces.size())
+    if (!isAwakened(*broughtAlong, deadPlaces.size()))
     {
         return restoring;
     }
@@ -118,7 +141,8 @@ OperationUPtr HierarchicalOperationTransformer::includeOperand(const NodeOperand
 {
     const OperationNodeAddress& firstAddress = first._operation.getNodeAddress();
     const OperationNodeAddress& secondAddress = second._operation.getNodeAddress();
-    if (isShadowedForGood(first) || isShadowedForGood(second) || !secondAddress.isPrefixOf(firstAddress))
+    if (isShadowedForGood(first) || isShadowedForGood(second) || !secondAddress.isPrefixOf(firstAddress) ||
+        isInFormerValue(first, second))
     {
         return cloneOperand(first);
     }

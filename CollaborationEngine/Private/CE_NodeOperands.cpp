@@ -108,4 +108,10 @@ unsigned long countDeadPlaces(const Operation& operation)
     return shadowed ? shadowed->getShadows()._deadPlaces.size() : 0;
 }
 
+bool isAwakened(const Operation& operation, unsigned long deadPlacesBefore)
+{
+    const auto* shadowed = getIf<ShadowedOperation>(operation);
+    return countDeadPlaces(operation) < deadPlacesBefore && (!shadowed || !shadowed->getShadows().areForGood());
+}
+
 } // namespace Zem::CollaborationEngine

@@ -40,4 +40,7 @@ OperationUPtr applyShadows(std::unique_ptr<AtomicOperation> operation, Shadows s
 /// The smallest number of dead places that lie on a part of an operation.
 unsigned long countDeadPlaces(const Operation& operation);
 
+/// Whether one of the dead places that lay on an operation is gone, and it isn't shadowed for good instead.
+bool isAwakened(const Operation& operation, unsigned long deadPlacesBefore);
+
 } // namespace Zem::CollaborationEngine

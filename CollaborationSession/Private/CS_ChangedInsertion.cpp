@@ -86,6 +86,10 @@ OperationUPtr ChangedInsertion::cross(const Operation& operation, const BaseOper
     {
         followAncestors(operation, transformer);
     }
+    if (_isOver)
+    {
+        return cloneOperation(operation);
+    }
     OperationUPtr crossed = visitWith<OperationUPtr>(
         operation,
         [&](const AtomicOperation& atomic)

@@ -63,9 +63,9 @@ struct OperationRejected
     std::string _reason;
 };
 
-/// The selection of a client, in the state at which this message comes; null if the client left, or if what was selected
-/// is gone. Its owner gets it, too, and takes it over unless the user has selected something else since: what else came
-/// in at the server may have put it elsewhere.
+/// The selection of a client, in the state at which this message comes; null if the client left, or if what was
+/// selected is gone. Its owner gets it, too, and takes it over unless the user has selected something else since: what
+/// else came in at the server may have put it elsewhere.
 struct SelectionMoved
 {
     ClientID _client = 0;

@@ -99,7 +99,9 @@ std::string BadSender::send(unsigned long seed)
     const Zem::DOM::Document before = _server.getDocument();
     const Revision revision = _server.getRevision();
     _server.receive(_id, batch);
-    const bool isRejected = !_inbox->empty() && std::get_if<OperationRejected>(&_inbox->back());
+    // An older rejection may still stand in the inbox.
+    const auto* rejected = _inbox->empty() ? nullptr : std::get_if<OperationRejected>(&_inbox->back());
+    const bool isRejected = rejected && rejected->_number == _lastNumber;
     if (!isRejected || revision != _server.getRevision())
     {
         return "the server took a bad operation: " + describe(*batch._operations.front());

@@ -4,6 +4,7 @@
 #include "SpelledJson.h"
 #include "Texts.h"
 
+#include "CS_Characters.h"
 #include "DOM_CheckInvariants.h"
 #include "DOM_DocumentJson.h"
 
@@ -44,34 +45,33 @@ std::string findTextDifference(DocumentKind kind, const DOM::Document& expected,
     return expectedPlaces._texts.size() == actualPlaces._texts.size() ? "" : "another number of texts";
 }
 
-/// Some of the text around the first place where two differ.
-std::string findJsonDifference(const std::string& expected, const std::string& actual)
+/// What stands around a byte, in whole characters.
+std::string quoteAround(const std::string& text, std::size_t place)
+{
+    constexpr std::size_t before = 60;
+    constexpr std::size_t behind = 40;
+    const auto findCharacter = [&](std::size_t index)
+    {
+        while (index > 0 && index < text.size() && isContinuationByte(text[index]))
+        {
+            --index;
+        }
+        return std::min(index, text.size());
+    };
+    const std::size_t begin = findCharacter(place > before ? place - before : 0);
+    return "..." + text.substr(begin, findCharacter(place + behind) - begin) + "...";
+}
+
+std::string describeJsonDifference(const std::string& expected, const std::string& actual)
 {
     const auto place = std::mismatch(expected.begin(), expected.end(), actual.begin(), actual.end()).first;
-    const auto begin = static_cast<std::size_t>(place - expected.begin());
-    constexpr std::size_t before = 60;
-    constexpr std::size_t length = 100;
-    const std::size_t from = begin > before ? begin - before : 0;
-    return "JSON at byte " + std::to_string(begin) + ": ..." + actual.substr(std::min(from, actual.size()), length) +
-           "... in place of ..." + expected.substr(from, length) + "...";
+    const auto byte = static_cast<std::size_t>(place - expected.begin());
+    return "JSON at byte " + std::to_string(byte) + ": " + quoteAround(actual, byte) + " in place of " +
+           quoteAround(expected, byte);
 }
 
-std::string describeSelection(const Selection* selection)
+std::string findJsonDifference(const DOM::Document& expected, const DOM::Document& actual)
 {
-    return selection ? describe(selection->getSelectionBegin().getAddress()) + " to " +
-                           describe(selection->getSelectionEnd().getAddress())
-                     : "none";
-}
-
-} // namespace
-
-std::string findDifference(DocumentKind kind, const DOM::Document& expected, const DOM::Document& actual)
-{
-    if (!(expected == actual))
-    {
-        const std::string difference = findTextDifference(kind, expected, actual);
-        return difference.empty() ? "something beside the slots of its texts" : difference;
-    }
     const std::string expectedJson = DOM::toJson(expected);
     const std::string actualJson = DOM::toJson(actual);
     if (expectedJson == actualJson)
@@ -80,7 +80,33 @@ std::string findDifference(DocumentKind kind, const DOM::Document& expected, con
     }
     const std::string spelledExpectedJson = spellOut(expectedJson);
     const std::string spelledActualJson = spellOut(actualJson);
-    return spelledExpectedJson == spelledActualJson ? "" : findJsonDifference(spelledExpectedJson, spelledActualJson);
+    return spelledExpectedJson == spelledActualJson ? ""
+                                                    : describeJsonDifference(spelledExpectedJson, spelledActualJson);
+}
+
+/// An end that sticks to what stands in front of it is marked.
+std::string describePosition(const Selection::SelectionPosition& position)
+{
+    return describe(position.getAddress()) + (position.sticksToPrevious() ? "<" : "");
+}
+
+std::string describeSelection(const Selection* selection)
+{
+    return selection ? describePosition(selection->getSelectionBegin()) + " to " +
+                           describePosition(selection->getSelectionEnd()) + " in mode " +
+                           std::to_string(static_cast<unsigned int>(selection->getSelectionMode()))
+                     : "none";
+}
+
+} // namespace
+
+std::string findDifference(DocumentKind kind, const DOM::Document& expected, const DOM::Document& actual)
+{
+    const bool areEqual = expected == actual;
+    const std::string inTexts = areEqual ? "" : findTextDifference(kind, expected, actual);
+    const std::string inJson = inTexts.empty() ? findJsonDifference(expected, actual) : "";
+    const std::string difference = inTexts + inJson;
+    return areEqual || !difference.empty() ? difference : "something that stands in no JSON";
 }
 
 std::string findFault(const DOM::Document& document)
@@ -89,7 +115,7 @@ std::string findFault(const DOM::Document& document)
     return faults.empty() ? "" : faults.front();
 }
 
-std::string findDifference(const Selections& expected, const Selections& actual, ClientID except)
+std::string findDifference(const Selections& expected, const Selections& actual)
 {
     const auto find = [](const Selections& selections, ClientID client)
     {
@@ -103,10 +129,10 @@ std::string findDifference(const Selections& expected, const Selections& actual,
         const Selection* expectedOne = find(expected, client);
         const Selection* actualOne = find(actual, client);
         const bool areEqual = expectedOne && actualOne ? *expectedOne == *actualOne : expectedOne == actualOne;
-        if (client != except && !areEqual)
+        if (!areEqual)
         {
-            return "the selection of client " + std::to_string(client) + " (" + describeSelection(actualOne) +
-                   " in place of " + describeSelection(expectedOne) + ")";
+            return "the selection of the server's client " + std::to_string(client) + " (" +
+                   describeSelection(actualOne) + " in place of " + describeSelection(expectedOne) + ")";
         }
     }
     return "";

@@ -11,7 +11,7 @@ namespace ZemFarm
 {
 
 /// How two documents differ, in a few words: "text [n34]: {|a} in place of {|b}"; empty if they don't, in their JSON
-/// neither. It names the first text of which the slots or the tombstones differ, and else what kind of thing does.
+/// neither. It names the first text of which the slots or the tombstones differ, and else quotes from the JSON.
 ///
 /// JSON shows which elements share a style, and equal documents may differ in that. Where they do, their JSON is
 /// compared with everything spelled out (`spellOut`).
@@ -21,9 +21,8 @@ std::string findDifference(Zem::CollaborationSession::DocumentKind kind, const Z
 /// What is wrong with a document by itself; empty if nothing is.
 std::string findFault(const Zem::DOM::Document& document);
 
-/// How selections differ, without those of `except`; empty if they don't.
+/// How selections differ; empty if they don't.
 std::string findDifference(const Zem::CollaborationSession::Selections& expected,
-                           const Zem::CollaborationSession::Selections& actual,
-                           Zem::CollaborationSession::ClientID except);
+                           const Zem::CollaborationSession::Selections& actual);
 
 } // namespace ZemFarm

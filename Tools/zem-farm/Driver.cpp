@@ -25,7 +25,6 @@ Driver::Driver(const Plan& plan)
     : _plan(plan)
     , _random(plan._seed)
     , _script(makeScript(plan, _random))
-    , _session(_script._setup)
 {
 }
 
@@ -42,12 +41,13 @@ Script Driver::makeScript(const Plan& plan, Random& random)
 
 void Driver::run()
 {
+    _session = std::make_unique<Session>(_script._setup);
     const unsigned long lateCount = _random.pick(std::min(3UL, _plan._clientsCount - 1));
     while (_lastClient < _plan._clientsCount - lateCount)
     {
         joinOne();
     }
-    while (_session.getOperationsCount() < _plan._operationsCount)
+    while (_session->getOperationsCount() < _plan._operationsCount)
     {
         takeTurn();
     }
@@ -58,10 +58,20 @@ void Driver::run()
     apply(Step());
 }
 
+Tally Driver::getTally() const
+{
+    return _session ? _session->getTally() : Tally();
+}
+
+unsigned long Driver::getRoundsCount() const
+{
+    return _session ? _session->getRoundsCount() : 0;
+}
+
 void Driver::apply(Step step)
 {
     _script._steps.push_back(std::move(step));
-    _session.apply(_script._steps.back());
+    _session->apply(_script._steps.back());
 }
 
 void Driver::joinOne()
@@ -71,16 +81,16 @@ void Driver::joinOne()
 
 void Driver::takeTurn()
 {
-    if (_session.getOperationsCount() >= _nextRound)
+    if (_session->getOperationsCount() >= _nextRound)
     {
-        _nextRound = _session.getOperationsCount() + 1 + _random.pick(maxRoundLength);
+        _nextRound = _session->getOperationsCount() + 1 + _random.pick(maxRoundLength);
         apply(Step());
     }
     if (_random.isOnceIn(rareTurn) && takeRareTurn())
     {
         return;
     }
-    const auto& participants = _session.getParticipants();
+    const auto& participants = _session->getParticipants();
     const auto picked = std::next(participants.begin(), static_cast<long>(_random.pick(participants.size())));
     takeTurnOf(picked->first, *picked->second);
 }
@@ -98,9 +108,9 @@ bool Driver::takeRareTurn()
         }
         return false;
     case 1:
-        if (_session.getParticipants().size() > 2 && _random.isOnceIn(3))
+        if (_session->getParticipants().size() > 2 && _random.isOnceIn(3))
         {
-            const auto last = std::prev(_session.getParticipants().end());
+            const auto last = std::prev(_session->getParticipants().end());
             apply({Action::Leave, last->first, "", 0});
             return true;
         }

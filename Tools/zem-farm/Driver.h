@@ -5,6 +5,7 @@
 #include "Session.h"
 
 #include <cstdint>
+#include <memory>
 
 namespace ZemFarm
 {
@@ -24,7 +25,7 @@ class Driver
 public:
     explicit Driver(const Plan& plan);
 
-    /// Fails: `Failure`. The script then ends with the step that failed.
+    /// Fails: `Failure`. The script then ends with the step that failed, and has none if the session couldn't begin.
     void run();
 
     const Script& getScript() const
@@ -32,10 +33,11 @@ public:
         return _script;
     }
 
-    const Session& getSession() const
-    {
-        return _session;
-    }
+    /// What was done so far.
+    Tally getTally() const;
+
+    /// How often everything was compared, a comparison that is under way included.
+    unsigned long getRoundsCount() const;
 
 private:
     static Script makeScript(const Plan& plan, Random& random);
@@ -49,7 +51,8 @@ private:
     Plan _plan;
     Random _random;
     Script _script;
-    Session _session;
+    /// Null until `run` begins.
+    std::unique_ptr<Session> _session;
     unsigned long _lastClient = 0;
     /// At how many operations everything is compared next.
     unsigned long _nextRound = 0;

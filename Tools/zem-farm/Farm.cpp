@@ -1,5 +1,6 @@
 #include "Farm.h"
 
+#include "Playing.h"
 #include "Progress.h"
 #include "Shrink.h"
 
@@ -7,6 +8,8 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <optional>
+#include <stdexcept>
 
 namespace ZemFarm
 {
@@ -26,34 +29,37 @@ double getSecondsSince(Clock::time_point begin)
     return std::chrono::duration<double>(Clock::now() - begin).count();
 }
 
-void printScript(Script script, bool shrinks)
+/// What went wrong in one of the sessions of a run.
+struct FailedSession
 {
-    if (shrinks)
-    {
-        std::fputs(annotate(shrink(std::move(script))).c_str(), stdout);
-    }
-}
+    Plan _plan;
+    Failure _failure;
+    unsigned long _round;
+    Script _script;
+};
 
-/// The one line about a failure.
-void report(const Failure& failure, unsigned long round, const std::string& again)
-{
-    std::fprintf(stderr, "zem-farm: round %lu: %s; again: zem-farm %s\n", round, failure.what(), again.c_str());
-}
-
-bool runSession(const Plan& plan, bool shrinks, Tally& tally)
+std::optional<FailedSession> runSession(const Plan& plan, Tally& tally)
 {
     Driver driver(plan);
     try
     {
         driver.run();
-        tally.add(driver.getSession().getTally());
-        return true;
+        tally.add(driver.getTally());
+        return std::nullopt;
     }
     catch (const Failure& failure)
     {
-        report(failure, driver.getSession().getRoundsCount(), printCommand(plan));
-        printScript(driver.getScript(), shrinks);
-        return false;
+        return FailedSession{plan, failure, driver.getRoundsCount(), driver.getScript()};
+    }
+}
+
+/// The one line about a failure, and the shrunk script, if it is asked for.
+void report(const std::string& line, const Script& script, bool shrinks)
+{
+    std::fprintf(stderr, "zem-farm: %s\n", line.c_str());
+    if (shrinks)
+    {
+        std::fputs(annotate(shrink(script)).c_str(), stdout);
     }
 }
 
@@ -63,8 +69,9 @@ std::string formatProgress(const Options& options, const Tally& tally, double se
                        std::to_string(tally._operationsCount) + " operations";
     if (options._minutes)
     {
-        return line + ", " + std::to_string(static_cast<unsigned long>(seconds / 60)) + " of " +
-               std::to_string(static_cast<unsigned long>(*options._minutes)) + " minutes";
+        std::array<char, 64> time{};
+        std::snprintf(time.data(), time.size(), ", %.1f of %.1f minutes", seconds / 60, *options._minutes);
+        return line + time.data();
     }
     return line + " of " + std::to_string(options._operationsCount);
 }
@@ -97,28 +104,44 @@ std::string printCommand(const Plan& plan)
            " --operations " + std::to_string(plan._operationsCount) + " --seed " + std::to_string(plan._seed);
 }
 
+namespace
+{
+
+/// Does all sessions that the options ask for. Answers the first one that failed.
+std::optional<FailedSession> runAll(const Options& options, Clock::time_point begin, Tally& tally)
+{
+    Progress progress;
+    const auto countRest = [&]
+    {
+        if (options._minutes)
+        {
+            return getSecondsSince(begin) < 60 * *options._minutes ? maxSessionLength : 0;
+        }
+        return options._operationsCount - std::min(options._operationsCount, tally._operationsCount);
+    };
+    for (unsigned long rest = countRest(); rest > 0; rest = countRest())
+    {
+        progress.show(formatProgress(options, tally, getSecondsSince(begin)));
+        if (auto failed = runSession(makePlan(options, tally._sessionsCount, rest), tally))
+        {
+            return failed;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
 bool runSessions(const Options& options)
 {
     const auto begin = Clock::now();
     Tally tally;
+    if (const auto failed = runAll(options, begin, tally))
     {
-        Progress progress;
-        const auto countRest = [&]
-        {
-            if (options._minutes)
-            {
-                return getSecondsSince(begin) < 60 * *options._minutes ? maxSessionLength : 0;
-            }
-            return options._operationsCount - std::min(options._operationsCount, tally._operationsCount);
-        };
-        for (unsigned long rest = countRest(); rest > 0; rest = countRest())
-        {
-            progress.show(formatProgress(options, tally, getSecondsSince(begin)));
-            if (!runSession(makePlan(options, tally._sessionsCount, rest), options._shrinks, tally))
-            {
-                return false;
-            }
-        }
+        report("round " + std::to_string(failed->_round) + ": " + failed->_failure.what() + "; again: zem-farm " +
+                   printCommand(failed->_plan),
+               failed->_script, options._shrinks);
+        return false;
     }
     std::fputs(format(tally, getSecondsSince(begin)).c_str(), stdout);
     std::puts("all documents agreed");
@@ -133,8 +156,7 @@ bool runScript(const Script& script, bool shrinks)
         std::puts("all documents agreed");
         return true;
     }
-    std::fprintf(stderr, "zem-farm: %s\n", failure->what());
-    printScript(script, shrinks);
+    report(failure->what(), script, shrinks);
     return false;
 }
 
@@ -142,6 +164,10 @@ Script shrink(Script script)
 {
     Progress progress;
     const std::unique_ptr<Failure> original = findFailure(script);
+    if (!original)
+    {
+        throw std::runtime_error("played again as a script, the session didn't fail");
+    }
     const auto fails = [&](const Script& candidate)
     {
         const std::unique_ptr<Failure> failure = findFailure(candidate);

@@ -22,7 +22,7 @@ bool runSessions(const Options& options);
 bool runScript(const Script& script, bool shrinks);
 
 /// The shortest script that fails for the same reason: with the smallest document, and no step that could be left out.
-/// Requires: the script fails.
+/// Fails: `std::runtime_error` for a script that doesn't fail.
 Script shrink(Script script);
 
 } // namespace ZemFarm

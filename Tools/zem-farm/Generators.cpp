@@ -24,12 +24,22 @@ Generators collectGenerators()
     return generators;
 }
 
+Generators& getMutableGenerators()
+{
+    static Generators generators = collectGenerators();
+    return generators;
+}
+
 } // namespace
 
 const Generators& getGenerators()
 {
-    static const Generators generators = collectGenerators();
-    return generators;
+    return getMutableGenerators();
+}
+
+void addGenerator(const Generator& generator)
+{
+    getMutableGenerators().push_back(generator);
 }
 
 const Generator* findGenerator(std::string_view name)

@@ -49,6 +49,9 @@ Generators makeUndoings();
 
 const Generators& getGenerators();
 
+/// Adds one of the caller's own, which no other may be named like. It is picked and found from now on.
+void addGenerator(const Generator& generator);
+
 /// Null if there is none of this name.
 const Generator* findGenerator(std::string_view name);
 

@@ -59,12 +59,13 @@ unsigned long readNumber(const std::string& option, const std::string& argument,
 
 double readMinutes(const std::string& argument)
 {
+    constexpr double maxMinutes = 1000000;
     char* end = nullptr;
     const double minutes = std::strtod(argument.c_str(), &end);
     const bool isNumber = !argument.empty() && argument.find_first_not_of("0123456789.") == std::string::npos;
-    if (!isNumber || *end != '\0' || minutes <= 0)
+    if (!isNumber || *end != '\0' || minutes <= 0 || minutes > maxMinutes)
     {
-        throw BadOptions("--minutes needs a number above 0, not \"" + argument + "\"");
+        throw BadOptions("--minutes needs a number above 0, up to 1000000, not \"" + argument + "\"");
     }
     return minutes;
 }

@@ -121,12 +121,17 @@ void Participant::deliverToServer(std::size_t count)
 
 void Participant::deliverToClient(std::size_t count)
 {
-    count = std::min(count, _toClient->size());
-    const auto end = _toClient->begin() + static_cast<std::ptrdiff_t>(count);
-    const std::vector<ServerMessage> messages(_toClient->begin(), end);
-    _toClient->erase(_toClient->begin(), end);
+    count = std::min(count, _toClient.size());
+    const auto end = _toClient.begin() + static_cast<std::ptrdiff_t>(count);
+    const std::vector<ServerMessage> messages(_toClient.begin(), end);
+    _toClient.erase(_toClient.begin(), end);
     noteMessages(messages);
     _client->receive(messages);
+    countRefusals();
+}
+
+void Participant::countRefusals()
+{
     for (const Client::Refusal& refusal : _client->takeRefusals())
     {
         ++_tally._refused[refusal._reason];
@@ -154,7 +159,7 @@ void Participant::disconnect()
 {
     _server.disconnect(_client->getID());
     _toServer.clear();
-    _toClient->clear();
+    _toClient.clear();
     _isConnected = false;
 }
 
@@ -162,8 +167,10 @@ void Participant::reconnect()
 {
     _server.reconnect(_client->getID(), _client->getRevision(), makeOutbox());
     _isConnected = true;
-    deliverToClient(_toClient->size());
+    ++_tally._reconnectsCount;
+    deliverToClient(_toClient.size());
     _client->resume();
+    countRefusals();
 }
 
 void Participant::checkIndex()
@@ -174,9 +181,21 @@ void Participant::checkIndex()
     }
 }
 
-Server::Outbox Participant::makeOutbox() const
+Server::Outbox Participant::makeOutbox()
 {
-    return [messages = _toClient](const ServerMessage& message) { messages->push_back(message); };
+    return [this](const ServerMessage& message) { takeFromServer(message); };
+}
+
+void Participant::takeFromServer(const ServerMessage& message)
+{
+    // Counted here, because the author may go before it arrives; and it comes again when the connection broke.
+    const auto* rejected = std::get_if<OperationRejected>(&message);
+    if (rejected && rejected->_number > _lastRejected)
+    {
+        _lastRejected = rejected->_number;
+        ++_tally._rejected[rejected->_reason];
+    }
+    _toClient.push_back(message);
 }
 
 } // namespace ZemFarm

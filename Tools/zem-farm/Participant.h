@@ -26,8 +26,11 @@ public:
     using TextEditor = Zem::CollaborationSession::TextEditor;
     using Edit = std::function<Zem::CollaborationSession::Operations(TextEditor&)>;
 
-    /// What it does is counted in `tally`.
+    /// What it does is counted in `tally`. It stays where it is: the server holds an outbox that leads to it.
     Participant(Zem::CollaborationSession::Server& server, const Setup& setup, bool composesTyping, Tally& tally);
+
+    Participant(const Participant&) = delete;
+    Participant& operator=(const Participant&) = delete;
 
     Zem::CollaborationSession::Client& getClient()
     {
@@ -86,7 +89,7 @@ public:
 
     std::size_t getMessagesCount() const
     {
-        return _toClient->size();
+        return _toClient.size();
     }
 
     bool isConnected() const
@@ -104,9 +107,9 @@ public:
     void checkIndex();
 
 private:
-    using Messages = std::deque<Zem::CollaborationSession::ServerMessage>;
-
-    Zem::CollaborationSession::Server::Outbox makeOutbox() const;
+    Zem::CollaborationSession::Server::Outbox makeOutbox();
+    void takeFromServer(const Zem::CollaborationSession::ServerMessage& message);
+    void countRefusals();
     void remember(const Operation& operation);
     void noteMessages(const std::vector<Zem::CollaborationSession::ServerMessage>& messages);
 
@@ -114,7 +117,9 @@ private:
     Setup _setup;
     Tally& _tally;
     std::deque<Zem::CollaborationSession::ClientBatch> _toServer;
-    std::shared_ptr<Messages> _toClient = std::make_shared<Messages>();
+    std::deque<Zem::CollaborationSession::ServerMessage> _toClient;
+    /// The number of the last operation that the server rejected.
+    unsigned long _lastRejected = 0;
     std::unique_ptr<Zem::CollaborationSession::Client> _client;
     /// Null in a workbook, whose main text is no text to edit.
     std::unique_ptr<TextEditor> _mainEditor;

@@ -9,6 +9,7 @@ namespace ZemFarm
 
 Progress::Progress()
     : _isTerminal(isatty(STDERR_FILENO) != 0)
+    , _lastShown(std::chrono::steady_clock::now())
 {
 }
 
@@ -23,12 +24,13 @@ Progress::~Progress()
 void Progress::show(const std::string& line)
 {
     const auto now = std::chrono::steady_clock::now();
-    if (!_isTerminal || now - _lastShown < std::chrono::milliseconds(100))
+    const auto interval = _isTerminal ? std::chrono::milliseconds(100) : std::chrono::minutes(1);
+    if (now - _lastShown < interval)
     {
         return;
     }
     _lastShown = now;
-    std::fprintf(stderr, "\r\033[K%s", line.c_str());
+    std::fprintf(stderr, _isTerminal ? "\r\033[K%s" : "%s\n", line.c_str());
 }
 
 } // namespace ZemFarm

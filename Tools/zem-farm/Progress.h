@@ -6,7 +6,8 @@
 namespace ZemFarm
 {
 
-/// A line on the terminal that says how far something is. It shows nothing when the error stream is no terminal.
+/// A line that says how far something is: on a terminal one that is overwritten ten times a second at most, and in
+/// other error streams a new one each minute.
 class Progress
 {
 public:
@@ -14,10 +15,9 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// Wipes the line.
+    /// Wipes the line on a terminal.
     ~Progress();
 
-    /// Ten times a second at most.
     void show(const std::string& line);
 
 private:

@@ -74,6 +74,14 @@ public:
         return std::stoul(word);
     }
 
+    void require(bool isRight, const std::string& rule) const
+    {
+        if (!isRight)
+        {
+            fail(rule);
+        }
+    }
+
     void requireEnd()
     {
         const std::string word = take();
@@ -101,6 +109,7 @@ Step parseStep(const std::string& firstWord, Words& words)
     if (hasClient)
     {
         step._client = words.takeNumber();
+        words.require(step._client > 0, "clients are counted from 1 on");
     }
     const std::string name = hasClient ? words.take() : firstWord;
     for (const ActionForm& form : actionForms)
@@ -135,36 +144,70 @@ void parseKind(Setup& setup, Words& words)
     setup._kind = *kind;
 }
 
-void parseLine(Script& script, Words& words)
+/// Whether the line that begins with the word is one of the setup.
+bool parseSetup(Setup& setup, const std::string& word, Words& words)
 {
-    const std::string word = words.take();
-    if (word.empty())
-    {
-        return;
-    }
     if (word == "kind")
     {
-        parseKind(script._setup, words);
+        parseKind(setup, words);
+        return true;
     }
-    else if (word == "document")
+    if (word == "document")
     {
-        script._setup._documentSeed = words.takeNumber();
-        script._setup._documentSize = words.takeNumber();
+        setup._documentSeed = words.takeNumber();
+        setup._documentSize = words.takeNumber();
+        words.require(setup._documentSize <= Setup::maxDocumentSize, "a document begins with 1000 blocks at most");
+        return true;
     }
-    else if (word == "checkpoint")
+    if (word == "checkpoint")
     {
-        script._setup._checkpointInterval = words.takeNumber();
+        setup._checkpointInterval = words.takeNumber();
+        return true;
     }
-    else if (word == "runs-at")
+    if (word == "runs-at")
     {
-        script._setup._depthOfRuns = words.takeNumber();
+        setup._depthOfRuns = words.takeNumber();
+        return true;
     }
-    else
-    {
-        script._steps.push_back(parseStep(word, words));
-    }
-    words.requireEnd();
+    return false;
 }
+
+/// Reads the lines of a script one by one.
+class Parser
+{
+public:
+    void parseLine(Words& words)
+    {
+        const std::string word = words.take();
+        if (word.empty())
+        {
+            return;
+        }
+        if (parseSetup(_script._setup, word, words))
+        {
+            words.require(_script._steps.empty(), "\"" + word + "\" must stand in front of all steps");
+            _hasKind = _hasKind || word == "kind";
+        }
+        else
+        {
+            _script._steps.push_back(parseStep(word, words));
+        }
+        words.requireEnd();
+    }
+
+    Script takeScript()
+    {
+        if (!_hasKind)
+        {
+            throw BadScript("no line tells the kind of document");
+        }
+        return std::move(_script);
+    }
+
+private:
+    Script _script;
+    bool _hasKind = false;
+};
 
 } // namespace
 
@@ -197,15 +240,15 @@ std::string print(const Script& script)
 
 Script parseScript(std::string_view text)
 {
-    Script script;
+    Parser parser;
     std::istringstream lines{std::string(text)};
     std::string line;
     for (unsigned long number = 1; std::getline(lines, line); ++number)
     {
         Words words(line, number);
-        parseLine(script, words);
+        parser.parseLine(words);
     }
-    return script;
+    return parser.takeScript();
 }
 
 } // namespace ZemFarm

@@ -20,7 +20,8 @@
 ///     bad 5                    somebody sends what the server must reject
 ///     settle                   everything arrives, and all documents must be equal
 ///
-/// What stands behind a # is a comment.
+/// What stands behind a # is a comment. The first four lines come before all steps, in any order; but for the kind,
+/// they may be missing.
 
 #include "CS_DocumentKind.h"
 
@@ -35,9 +36,11 @@ namespace ZemFarm
 /// What a session starts from.
 struct Setup
 {
+    static constexpr unsigned long maxDocumentSize = 1000;
+
     Zem::CollaborationSession::DocumentKind _kind = Zem::CollaborationSession::DocumentKind::Text;
     unsigned long _documentSeed = 0;
-    /// In blocks, or worksheets.
+    /// In blocks, or worksheets; `maxDocumentSize` at most.
     unsigned long _documentSize = 1;
     unsigned long _checkpointInterval = 16;
     /// Texts that lie so deep in others have atomic runs (0 for the main text), and all others atomic blocks. A
@@ -84,7 +87,7 @@ struct Script
     friend bool operator==(const Script&, const Script&) = default;
 };
 
-/// A text that isn't a script. The message names the line.
+/// A text that isn't a script. The message names the line, if there is one to name.
 class BadScript : public std::runtime_error
 {
 public:

@@ -2,6 +2,7 @@
 
 #include "Comparison.h"
 #include "Generators.h"
+#include "OneLine.h"
 #include "StartDocument.h"
 
 #include "CS_InvalidEditError.h"
@@ -31,6 +32,15 @@ bool isExpected(const std::string& reason)
 
 constexpr std::size_t everything = ~std::size_t(0);
 
+/// Fails, if anything is wrong.
+void require(const std::string& fault, const char* kind, const std::string& place)
+{
+    if (!fault.empty())
+    {
+        throw Failure(kind, place + fault);
+    }
+}
+
 /// Where a selection may begin or end: at a slot or the end of a text, or at a cell.
 Address pickPosition(const Participant& participant, Random& random)
 {
@@ -57,10 +67,23 @@ Address pickPosition(const Participant& participant, Random& random)
 
 } // namespace
 
+Failure::Failure(std::string kind, const std::string& message)
+    : std::runtime_error(makeOneLine(message))
+    , _kind(std::move(kind))
+{
+}
+
 Session::Session(const Setup& setup)
     : _setup(setup)
-    , _server(setup._kind, makeStartDocument(setup), setup._checkpointInterval)
 {
+    try
+    {
+        _server = std::make_unique<Server>(setup._kind, makeStartDocument(setup), setup._checkpointInterval);
+    }
+    catch (const std::exception& error)
+    {
+        throw Failure(error.what(), std::string("the start document failed: ") + error.what());
+    }
     _tally._sessionsCount = 1;
 }
 
@@ -144,9 +167,11 @@ void Session::join(const Step& step)
     {
         return;
     }
-    auto participant = std::make_unique<Participant>(_server, _setup, step._number != 0, _tally);
+    auto participant = std::make_unique<Participant>(*_server, _setup, step._number != 0, _tally);
     participant->setTakesNotes(_takesNotes);
     _participants.emplace(step._client, std::move(participant));
+    ++_tally._joinsCount;
+    _tally._lateJoinsCount += _tally._operationsCount > 0 ? 1 : 0;
 }
 
 void Session::leave(unsigned long client)
@@ -157,7 +182,8 @@ void Session::leave(unsigned long client)
         return;
     }
     addClientStatistics(found->second->getClient().getStatistics());
-    _server.leave(found->second->getClient().getID());
+    ++_tally._leavesCount;
+    _server->leave(found->second->getClient().getID());
     _participants.erase(found);
 }
 
@@ -194,41 +220,48 @@ void Session::select(Participant& participant, unsigned long seed)
     participant.getClient().setSelection(
         Selection(isOfCells ? Zem::DOMCollaboration::SelectionMode::Cells : Zem::DOMCollaboration::SelectionMode::Text,
                   beginPosition, Selection::SelectionPosition(end)));
+    ++_tally._selectionsCount;
 }
 
 void Session::sendBadOperation(unsigned long seed)
 {
     if (!_badSender)
     {
-        _badSender = std::make_unique<BadSender>(_server);
+        _badSender = std::make_unique<BadSender>(*_server);
     }
     const std::string fault = _badSender->send(seed);
     ++_tally._badCount;
-    if (!fault.empty())
-    {
-        throw Failure("bad operation", fault);
-    }
+    require(fault, "bad operation", "");
 }
 
 void Session::settle()
 {
     ++_tally._roundsCount;
     deliverEverything();
-    const std::string fault = findFault(_server.getDocument());
-    if (!fault.empty())
-    {
-        throw Failure("unsound", "the document of the server is unsound: " + fault);
-    }
+    require(findFault(_server->getDocument()), "unsound", "the document of the server is unsound: ");
     for (const auto& [number, participant] : _participants)
     {
         compare(number, *participant);
     }
-    for (const auto& [reason, count] : _tally._refused)
+    checkRefusals();
+}
+
+void Session::checkRefusals() const
+{
+    for (const Tally::Counts& counts : {_tally._refused, _tally._rejected})
     {
-        if (!isExpected(reason))
+        for (const auto& [reason, count] : counts)
         {
-            throw Failure("refused: " + reason, "an operation that was legal where it was made was refused: " + reason);
+            if (!isExpected(reason))
+            {
+                throw Failure("refused: " + reason,
+                              "an operation that was legal where it was made was refused: " + reason);
+            }
         }
+    }
+    if (getTotal(_tally._rejected) + _tally._badCount != _server->getStatistics()._rejectedCount)
+    {
+        throw Failure("rejections untold", "the server rejected operations without telling their authors");
     }
 }
 
@@ -270,26 +303,36 @@ bool Session::isQuiet() const
     return true;
 }
 
-void Session::compare(unsigned long number, Participant& participant)
+void Session::compare(unsigned long number, Participant& participant) const
 {
-    Client& client = participant.getClient();
+    const Client& client = participant.getClient();
     const std::string name = "client " + std::to_string(number);
-    const std::string difference = findDifference(_setup._kind, _server.getDocument(), client.getDocument());
-    if (!difference.empty())
+    if (client.getRevision() != _server->getRevision())
     {
-        throw Failure("documents differ", name + " differs from the server: " + difference);
+        throw Failure("revisions differ", name + " has " + std::to_string(client.getRevision()) +
+                                              " operations of the history in place of " +
+                                              std::to_string(_server->getRevision()));
     }
-    const std::string fault = findFault(client.getDocument());
-    if (!fault.empty())
-    {
-        throw Failure("unsound", "the document of " + name + " is unsound: " + fault);
-    }
-    const std::string selection = findDifference(_server.getSelections(), client.getSelections(), client.getID());
-    if (!selection.empty())
-    {
-        throw Failure("selections differ", name + " differs from the server: " + selection);
-    }
+    require(findDifference(_setup._kind, _server->getDocument(), client.getDocument()), "documents differ",
+            name + " differs from the server: ");
+    require(findFault(client.getDocument()), "unsound", "the document of " + name + " is unsound: ");
+    compareSelections(name, client);
     participant.checkIndex();
+}
+
+void Session::compareSelections(const std::string& name, const Client& client) const
+{
+    Selections others = _server->getSelections();
+    Selections expectedOwn;
+    expectedOwn.insert(others.extract(client.getID()));
+    Selections own;
+    if (const Selection* selection = client.findOwnSelection())
+    {
+        own.emplace(client.getID(), *selection);
+    }
+    require(findDifference(others, client.getSelections()), "selections differ", name + " differs from the server: ");
+    require(findDifference(expectedOwn, own), "own selections differ",
+            name + " differs from what the server has of it: ");
 }
 
 void Session::addClientStatistics(const Statistics& statistics)
@@ -312,9 +355,8 @@ std::string Session::takeNotes()
 Tally Session::getTally() const
 {
     Tally tally = _tally;
-    tally._changedCount = _server.getStatistics()._changedCount;
-    tally._shadowedCount = _server.getStatistics()._shadowedCount;
-    tally._rejectedCount = _server.getStatistics()._rejectedCount - _tally._badCount;
+    tally._changedCount = _server->getStatistics()._changedCount;
+    tally._shadowedCount = _server->getStatistics()._shadowedCount;
     for (const auto& [number, participant] : _participants)
     {
         const Statistics& statistics = participant->getClient().getStatistics();
@@ -322,63 +364,6 @@ Tally Session::getTally() const
         tally._executedCount += statistics._executedCount;
     }
     return tally;
-}
-
-std::unique_ptr<Failure> findFailure(const Script& script)
-{
-    try
-    {
-        Session session(script._setup);
-        for (const Step& step : script._steps)
-        {
-            session.apply(step);
-        }
-        session.apply(Step());
-        return nullptr;
-    }
-    catch (const Failure& failure)
-    {
-        return std::make_unique<Failure>(failure);
-    }
-}
-
-namespace
-{
-
-/// Behind a step, to the end of its line.
-std::string makeComment(const std::string& notes)
-{
-    return notes.empty() ? "\n" : "  #" + notes + '\n';
-}
-
-} // namespace
-
-std::string annotate(const Script& script)
-{
-    std::string text = print(script._setup);
-    Session session(script._setup);
-    session.setTakesNotes(true);
-    try
-    {
-        for (const Step& step : script._steps)
-        {
-            text += print(step);
-            session.apply(step);
-            text += makeComment(session.takeNotes());
-            if (step._action == Action::Settle)
-            {
-                text += "# " + print(session.getDocument().getTextWithTombstones()) + '\n';
-            }
-        }
-        text += "settle";
-        session.apply(Step());
-        text += "\n# all documents agreed\n";
-    }
-    catch (const Failure& failure)
-    {
-        text += makeComment(session.takeNotes()) + "# " + failure.what() + '\n';
-    }
-    return text;
 }
 
 } // namespace ZemFarm

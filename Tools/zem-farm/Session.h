@@ -19,12 +19,8 @@ namespace ZemFarm
 class Failure : public std::runtime_error
 {
 public:
-    /// `kind` is what failures of one cause have in common.
-    Failure(std::string kind, const std::string& message)
-        : std::runtime_error(message)
-        , _kind(std::move(kind))
-    {
-    }
+    /// `kind` is what failures of one cause have in common. The message becomes one line, whatever is in it.
+    Failure(std::string kind, const std::string& message);
 
     const std::string& getKind() const
     {
@@ -39,6 +35,7 @@ private:
 class Session
 {
 public:
+    /// Fails: `Failure`, for a document with which no session begins.
     explicit Session(const Setup& setup);
 
     /// Does a step, or passes it over if it can't be done. Fails: `Failure`.
@@ -53,7 +50,7 @@ public:
     /// The document of the server.
     const Zem::DOM::Document& getDocument() const
     {
-        return _server.getDocument();
+        return _server->getDocument();
     }
 
     /// What was done so far.
@@ -90,21 +87,17 @@ private:
     void settle();
     void deliverEverything();
     bool isQuiet() const;
-    void compare(unsigned long number, Participant& participant);
+    void compare(unsigned long number, Participant& participant) const;
+    void compareSelections(const std::string& name, const Zem::CollaborationSession::Client& client) const;
+    void checkRefusals() const;
     void addClientStatistics(const Zem::CollaborationSession::Statistics& statistics);
 
     Setup _setup;
     Tally _tally;
-    Zem::CollaborationSession::Server _server;
+    std::unique_ptr<Zem::CollaborationSession::Server> _server;
     std::map<unsigned long, std::unique_ptr<Participant>> _participants;
     std::unique_ptr<BadSender> _badSender;
     bool _takesNotes = false;
 };
-
-/// Does all steps, and settles in the end. Answers the failure, if there is one.
-std::unique_ptr<Failure> findFailure(const Script& script);
-
-/// The script with comments that tell what each step did, and how it failed.
-std::string annotate(const Script& script);
 
 } // namespace ZemFarm

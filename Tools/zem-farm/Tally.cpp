@@ -63,7 +63,12 @@ private:
 void Tally::add(const Tally& other)
 {
     _sessionsCount += other._sessionsCount;
+    _joinsCount += other._joinsCount;
+    _lateJoinsCount += other._lateJoinsCount;
+    _leavesCount += other._leavesCount;
+    _reconnectsCount += other._reconnectsCount;
     _roundsCount += other._roundsCount;
+    _selectionsCount += other._selectionsCount;
     _operationsCount += other._operationsCount;
     ZemFarm::add(_operationsByGenerator, other._operationsByGenerator);
     _declinedCount += other._declinedCount;
@@ -71,7 +76,7 @@ void Tally::add(const Tally& other)
     _changedCount += other._changedCount;
     _shadowedCount += other._shadowedCount;
     _badCount += other._badCount;
-    _rejectedCount += other._rejectedCount;
+    ZemFarm::add(_rejected, other._rejected);
     ZemFarm::add(_refused, other._refused);
     _rebasedCount += other._rebasedCount;
     _executedCount += other._executedCount;
@@ -91,7 +96,12 @@ std::string format(const Tally& tally, double seconds)
 {
     Table table;
     table.add("sessions", tally._sessionsCount);
+    table.add("clients", tally._joinsCount);
+    table.add("  joined late", tally._lateJoinsCount);
+    table.add("  left early", tally._leavesCount);
+    table.add("reconnects", tally._reconnectsCount);
     table.add("rounds", tally._roundsCount);
+    table.add("selections", tally._selectionsCount);
     table.add("operations", tally._operationsCount);
     for (const Generator& generator : getGenerators())
     {
@@ -102,9 +112,10 @@ std::string format(const Tally& tally, double seconds)
     table.add("transformed at the server", tally._transformedCount);
     table.add("changed at the server", tally._changedCount);
     table.add("shadowed at the server", tally._shadowedCount);
+    table.add("rejected at the server", getTotal(tally._rejected));
+    table.addAll(tally._rejected);
     table.add("bad on purpose, and rejected", tally._badCount);
-    table.add("others rejected by the server", tally._rejectedCount);
-    table.add("refused altogether", getTotal(tally._refused));
+    table.add("refused, as authors learnt", getTotal(tally._refused));
     table.addAll(tally._refused);
     table.add("rebased by clients", tally._rebasedCount);
     table.add("executed by clients for others", tally._executedCount);

@@ -14,8 +14,14 @@ struct Tally
     void add(const Tally& other);
 
     unsigned long _sessionsCount = 0;
+    /// Clients that came, among them those that came when others had done something, and those that left for good.
+    unsigned long _joinsCount = 0;
+    unsigned long _lateJoinsCount = 0;
+    unsigned long _leavesCount = 0;
+    unsigned long _reconnectsCount = 0;
     /// How often everything was compared.
     unsigned long _roundsCount = 0;
+    unsigned long _selectionsCount = 0;
     /// Those that authors executed.
     unsigned long _operationsCount = 0;
     Counts _operationsByGenerator;
@@ -28,9 +34,10 @@ struct Tally
     unsigned long _shadowedCount = 0;
     /// Bad operations that were sent on purpose; the server must have rejected them all.
     unsigned long _badCount = 0;
-    /// How many others the server rejected.
-    unsigned long _rejectedCount = 0;
-    /// By the reason, those that weren't to be: rejected by the server, or taken back by the author's client itself.
+    /// By the reason, those of the participants that the server rejected.
+    Counts _rejected;
+    /// By the reason, those that weren't to be, as their authors learnt it: rejected by the server, or taken back by
+    /// the author's client itself.
     Counts _refused;
     /// Pending operations of all clients that were brought past others.
     unsigned long _rebasedCount = 0;
