@@ -74,6 +74,21 @@ bool BaseOperationExecutor::run(Operation& operation, OperationUPtr& changedOp)
         [](EmptyOperation&) { return false; }, [](ShadowedOperation&) { return false; });
 }
 
+/// Even a restoring that brings nothing along any more tells that something was changed.
+OperationUPtr BaseOperationExecutor::makeChangedRestoring(OperationUPtr whatHappened)
+{
+    std::vector<OperationUPtr> parts;
+    if (auto* composite = cast<CompositeOperation>(whatHappened.get()); composite && !composite->bringsShadowedAlong())
+    {
+        parts = std::move(composite->getParts());
+    }
+    else
+    {
+        parts.push_back(std::move(whatHappened));
+    }
+    return std::make_unique<CompositeOperation>(std::move(parts), CompositeKind::ChangedRestoring);
+}
+
 bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPtr& changedOp)
 {
     bool isChanged = false;
@@ -106,12 +121,9 @@ bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPt
         }
     }
     OperationUPtr whatHappened = makeOperationFromParts(std::move(happened));
-    if (composite.bringsShadowedAlong())
+    if (composite.bringsShadowedAlong() && !cast<EmptyOperation>(whatHappened.get()))
     {
-        if (auto* changedComposite = cast<CompositeOperation>(whatHappened.get()))
-        {
-            whatHappened = std::make_unique<CompositeOperation>(std::move(changedComposite->getParts()), true);
-        }
+        whatHappened = makeChangedRestoring(std::move(whatHappened));
     }
     changedOp = std::move(whatHappened);
     changedOp->inheritIDIfPossibleImpl(composite);

@@ -22,10 +22,15 @@ void appendMoved(Parts& target, Parts& source)
     std::move(source.begin(), source.end(), std::back_inserter(target));
 }
 
-bool isUnit(const Operation& operation)
+CompositeKind getKind(const Operation& operation)
 {
     const auto* composite = getIf<CompositeOperation>(operation);
-    return composite && composite->bringsShadowedAlong();
+    return composite ? composite->getKind() : CompositeKind::Plain;
+}
+
+bool isUnit(const Operation& operation)
+{
+    return getKind(operation) != CompositeKind::Plain;
 }
 
 /// Takes apart plain composites, whatever their nesting, with a stack of its own.
@@ -102,6 +107,19 @@ void appendSingles(OperationUPtr operation, Parts& singles)
     }
 }
 
+Parts shadowForGood(const Parts& parts)
+{
+    Parts shadowed;
+    for (const OperationUPtr& part : parts)
+    {
+        std::unique_ptr<AtomicOperation> original;
+        getFirstSingle(*part).cloneTo(original);
+        shadowed.push_back(std::make_unique<ShadowedOperation>(std::move(original)));
+        shadowed.back()->inheritIDIfPossibleImpl(*part);
+    }
+    return shadowed;
+}
+
 Parts makeReversals(const Parts& parts)
 {
     Parts reversals;
@@ -117,24 +135,25 @@ class UnitFrame
 {
 public:
     explicit UnitFrame(const Operation& operation)
-        : _isUnit(CollaborationEngine::isUnit(operation))
+        : _kind(getKind(operation))
     {
         _id.inheritIDIfPossibleImpl(operation);
     }
 
     bool isUnit() const
     {
-        return _isUnit;
+        return _kind != CompositeKind::Plain;
     }
 
     /// Makes the parts one unit again, if they were one.
     Parts putAround(Parts parts) const
     {
-        if (!_isUnit || parts.size() < 2)
+        const std::size_t smallestUnit = _kind == CompositeKind::ChangedRestoring ? 1 : 2;
+        if (!isUnit() || parts.size() < smallestUnit)
         {
             return parts;
         }
-        auto unit = std::make_unique<CompositeOperation>(std::move(parts), true);
+        auto unit = std::make_unique<CompositeOperation>(std::move(parts), _kind);
         unit->inheritIDIfPossibleImpl(_id);
         Parts result;
         result.push_back(std::move(unit));
@@ -142,7 +161,7 @@ public:
     }
 
 private:
-    bool _isUnit;
+    CompositeKind _kind;
     EmptyOperation _id;
 };
 
@@ -297,6 +316,11 @@ bool Crossing::joinRestoring(Parts& restoring, Parts& shadowed, TieResolveCondit
         }
         Parts parts = splitResult(std::move(pastRestoring));
         appendMoved(awakened, parts);
+    }
+    if (unit.getKind() == CompositeKind::ChangedRestoring)
+    {
+        shadowed = shadowForGood(takeUnitApart(std::move(shadowed)));
+        return true;
     }
     for (const OperationUPtr& part : awakened)
     {

@@ -133,7 +133,8 @@ OperationUPtr HierarchicalOperationTransformer::bringAlong(OperationUPtr restori
     parts.push_back(std::move(broughtAlong));
     OperationUPtr flat = makeOperationFromParts(std::move(parts));
     auto* composite = getIf<CompositeOperation>(*flat);
-    return composite ? std::make_unique<CompositeOperation>(std::move(composite->getParts()), true) : std::move(flat);
+    return composite ? std::make_unique<CompositeOperation>(std::move(composite->getParts()), CompositeKind::Restoring)
+                     : std::move(flat);
 }
 
 OperationUPtr HierarchicalOperationTransformer::includeOperand(const NodeOperand& first, const NodeOperand& second,

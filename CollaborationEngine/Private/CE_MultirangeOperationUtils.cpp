@@ -122,9 +122,9 @@ OperationUPtr mergeParts(CompositeOperation& composite, bool keepsPieceBorders)
     {
         part = mergeOperations(std::move(part), keepsPieceBorders);
     }
-    OperationUPtr result =
-        merged.size() > 1 ? std::make_unique<CompositeOperation>(std::move(merged), composite.bringsShadowedAlong())
-                          : makeOperationFromParts(std::move(merged));
+    OperationUPtr result = merged.size() > 1
+                               ? std::make_unique<CompositeOperation>(std::move(merged), composite.getKind())
+                               : makeOperationFromParts(std::move(merged));
     result->inheritIDIfPossibleImpl(composite);
     return result;
 }

@@ -51,9 +51,9 @@ OperationUPtr EmptyOperation::getPseudoIdentity(const BaseOperationTransformer&)
     return cloneOperation(*this);
 }
 
-CompositeOperation::CompositeOperation(std::vector<OperationUPtr> parts, bool bringsShadowedAlong)
+CompositeOperation::CompositeOperation(std::vector<OperationUPtr> parts, CompositeKind kind)
     : _parts(std::move(parts))
-    , _bringsShadowedAlong(bringsShadowedAlong)
+    , _kind(kind)
 {
     for (const OperationUPtr& part : _parts)
     {
@@ -63,7 +63,7 @@ CompositeOperation::CompositeOperation(std::vector<OperationUPtr> parts, bool br
 
 CompositeOperation::CompositeOperation(const CompositeOperation& other)
     : OperationImpl(other)
-    , _bringsShadowedAlong(other._bringsShadowedAlong)
+    , _kind(other._kind)
 {
     _parts.reserve(other._parts.size());
     for (const OperationUPtr& part : other._parts)

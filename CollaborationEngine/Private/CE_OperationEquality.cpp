@@ -189,7 +189,7 @@ bool compare(const Operation& first, const Operation& second, CapturedData captu
 
 bool compareParts(const CompositeOperation& first, const CompositeOperation& second, CapturedData captured)
 {
-    return first.bringsShadowedAlong() == second.bringsShadowedAlong() &&
+    return first.getKind() == second.getKind() &&
            std::equal(first.getParts().begin(), first.getParts().end(), second.getParts().begin(),
                       second.getParts().end(),
                       [captured](const OperationUPtr& left, const OperationUPtr& right)

@@ -130,6 +130,18 @@ public:
     OperationUPtr getPseudoIdentity(const BaseOperationTransformer& transformer) const override;
 };
 
+enum class CompositeKind : unsigned char
+{
+    /// Parts that merely follow each other.
+    Plain,
+    /// One restoring with the operations that had been shadowed until then: first what restores, then these, in their
+    /// order. Shadowed operations that came after these know them, and don't meet them again.
+    Restoring,
+    /// The same, where the document made something else of what was brought along. Shadowed operations that came after
+    /// these were made for what they were to be: they find no place any more, and are shadowed for good.
+    ChangedRestoring
+};
+
 /// Several operations in the order in which they run, each in the coordinates that those before it leave. It isn't
 /// atomic: the executor unpacks it.
 class ZEM_EXPORT CompositeOperation final : public OperationImpl<CompositeOperation, Operation, CompositeOperation>
@@ -138,7 +150,7 @@ public:
     CompositeOperation() = default;
 
     /// Fails: "plainPtr" when a part is null.
-    explicit CompositeOperation(std::vector<OperationUPtr> parts, bool bringsShadowedAlong = false);
+    explicit CompositeOperation(std::vector<OperationUPtr> parts, CompositeKind kind = CompositeKind::Plain);
     CompositeOperation(const CompositeOperation& other);
     CompositeOperation(CompositeOperation&&) noexcept = default;
     CompositeOperation& operator=(const CompositeOperation&) = delete;
@@ -153,11 +165,15 @@ public:
         return _parts;
     }
 
-    /// Whether this is one restoring with the operations that had been shadowed until then: first what restores, then
-    /// these, in their order. Shadowed operations that came after these know them, and don't meet them again.
+    CompositeKind getKind() const
+    {
+        return _kind;
+    }
+
+    /// Whether this is a restoring with what it brings along.
     bool bringsShadowedAlong() const
     {
-        return _bringsShadowedAlong;
+        return _kind != CompositeKind::Plain;
     }
 
     OperationUPtr getPseudoIdentity(const BaseOperationTransformer& transformer) const override;
@@ -170,7 +186,7 @@ public:
 
 private:
     std::vector<OperationUPtr> _parts;
-    bool _bringsShadowedAlong = false;
+    CompositeKind _kind = CompositeKind::Plain;
 };
 
 /// One operation out of several: an `EmptyOperation` for none, the operation itself for one, else a composite.

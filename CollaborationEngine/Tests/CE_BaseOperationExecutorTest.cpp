@@ -114,7 +114,7 @@ TEST_F(BaseOperationExecutorTest, ChangedPartChangesTheComposite)
 TEST_F(BaseOperationExecutorTest, ChangedPartLeavesARestoringWithWhatItBringsAlongTogether)
 {
     auto parts = dynamicUPtrCheckedCast<CompositeOperation>(makeComposite({1, RecordingExecutor::changedIndex, 2}));
-    CompositeOperation composite(std::move(parts->getParts()), true);
+    CompositeOperation composite(std::move(parts->getParts()), CompositeKind::Restoring);
     EXPECT_TRUE(_executor.executeAndChangeIfNeeded(composite, _changedOp));
     EXPECT_EQ(describe(*_changedOp), "brings[/1 mark(1,1, a); /1 mark(2,1, a); ]");
 }

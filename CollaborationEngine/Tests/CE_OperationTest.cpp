@@ -121,7 +121,7 @@ TEST(CompositeOperation, MakingOneOutOfPartsKeepsTogetherWhatARestoringBringsAlo
 {
     auto inner = dynamicUPtrCheckedCast<CompositeOperation>(makeComposite());
     std::vector<OperationUPtr> parts;
-    parts.push_back(std::make_unique<CompositeOperation>(std::move(inner->getParts()), true));
+    parts.push_back(std::make_unique<CompositeOperation>(std::move(inner->getParts()), CompositeKind::Restoring));
     parts.push_back(makeMarking(2));
     EXPECT_EQ(describe(*makeOperationFromParts(std::move(parts))),
               "[brings[/1 mark(0,1, a); /1 mark(1,1, a); ]; /1 mark(2,1, a); ]");

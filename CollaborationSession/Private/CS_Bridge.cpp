@@ -95,7 +95,7 @@ OperationUPtr markInstead(const Operation& operation)
             {
                 parts.push_back(markInstead(*part));
             }
-            auto marked = std::make_unique<CompositeOperation>(std::move(parts), composite.bringsShadowedAlong());
+            auto marked = std::make_unique<CompositeOperation>(std::move(parts), composite.getKind());
             marked->inheritIDIfPossibleImpl(composite);
             return marked;
         },

@@ -105,7 +105,7 @@ OperationUPtr ChangedInsertion::cross(const Operation& operation, const BaseOper
             {
                 parts.push_back(cross(*part, transformer));
             }
-            return std::make_unique<CompositeOperation>(std::move(parts), composite.bringsShadowedAlong());
+            return std::make_unique<CompositeOperation>(std::move(parts), composite.getKind());
         },
         [](const EmptyOperation& empty) { return cloneOperation(empty); },
         [&](const ShadowedOperation& shadowed) -> OperationUPtr

@@ -2,6 +2,7 @@
 
 #include "CS_Bridge.h"
 #include "CS_ComposedTyping.h"
+#include "CS_ExecuteStably.h"
 #include "CS_MoveSelections.h"
 #include "CS_Rebase.h"
 #include "CS_Stopwatch.h"
@@ -127,7 +128,16 @@ OperationUPtr Client::makeUndo(Operation::Id operationID)
     {
         return nullptr;
     }
-    OperationUPtr undoing = later.cross(*CollaborationEngine::makeUndo(*undone, _replica.getTransformer()));
+    OperationUPtr undoing;
+    try
+    {
+        undoing = later.cross(*CollaborationEngine::makeUndo(*undone, _replica.getTransformer()));
+    }
+    catch (const std::exception&)
+    {
+        // Some nodes take only one setting at a time: theirs can't be brought past another.
+        return nullptr;
+    }
     undoing->setIDIfNeeded(_nextOperationID);
     _undoings.emplace(operationID, *undoing->getID());
     return undoing;
@@ -234,7 +244,7 @@ bool Client::executeOwn(Operation& operation, OperationUPtr& changedOp)
     bool isChanged = false;
     try
     {
-        isChanged = _replica.getExecutor().executeAndChangeIfNeeded(operation, changedOp);
+        isChanged = executeStably(_replica.getExecutor(), operation, changedOp, [this] { restoreDocument(_pending); });
     }
     catch (...)
     {

@@ -1,5 +1,6 @@
 #include "CS_Rebase.h"
 
+#include "CS_ExecuteStably.h"
 #include "CS_Stopwatch.h"
 
 #include "CE_InverseOperation.h"
@@ -135,7 +136,7 @@ OperationUPtr Client::Rebase::executeAgain(const Operation& original, OperationU
     try
     {
         const Stopwatch stopwatch(statistics._executingTime);
-        _client._replica.getExecutor().executeAndChangeIfNeeded(*planned, changed);
+        executeStably(_client._replica.getExecutor(), *planned, changed, [this] { _client.restoreDocument(_again); });
     }
     catch (const std::exception& error)
     {

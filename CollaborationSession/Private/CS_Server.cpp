@@ -1,6 +1,7 @@
 #include "CS_Server.h"
 
 #include "CS_Bridge.h"
+#include "CS_ExecuteStably.h"
 #include "CS_MoveSelections.h"
 #include "CS_Stopwatch.h"
 
@@ -147,7 +148,7 @@ bool Server::takeIn(ClientID author, unsigned long number, const Operation& oper
     {
         const Stopwatch stopwatch(_statistics._executingTime);
         OperationUPtr changed;
-        if (_replica.getExecutor().executeAndChangeIfNeeded(*planned, changed))
+        if (executeStably(_replica.getExecutor(), *planned, changed, [this] { restoreDocument(); }))
         {
             bridge.appendChange(operation, *planned, *changed);
             planned = std::move(changed);

@@ -80,7 +80,8 @@ public:
 
     /// An operation that undoes an own one, brought past all that came later, own and others': to be executed next, as
     /// any own operation. What others did stands. Null if the client doesn't know the operation: it is too old (not
-    /// among the last thousands), was refused, or went into another one of composed keystrokes. Null also if an undo of
+    /// among the last thousands), was refused, or went into another one of composed keystrokes; or if its undo can't be
+    /// brought past what came later, as with a section's properties that were set again. Null also if an undo of
     /// it was made before, and not refused: a deletion that is taken back twice would take back someone else's of the
     /// same text. To redo is to undo the undo.
     /// Cost: a transformation for each later operation, keystrokes in a row counting as two.
