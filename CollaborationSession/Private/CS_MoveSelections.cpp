@@ -1,15 +1,22 @@
 #include "CS_MoveSelections.h"
 
+#include "CE_SetPropertyOperation.h"
+
+#include "Util_Cast.h"
+
 #include <exception>
+#include <iterator>
 
 namespace Zem::CollaborationSession
 {
+
+using namespace CollaborationEngine;
 
 namespace
 {
 
 template<class Move>
-void moveOrDrop(Selections& selections, const Move& move)
+void moveOrDrop(const Operation& operation, Selections& selections, const Move& move)
 {
     for (auto owned = selections.begin(); owned != selections.end();)
     {
@@ -20,23 +27,41 @@ void moveOrDrop(Selections& selections, const Move& move)
         }
         catch (const std::exception&)
         {
-            owned = selections.erase(owned);
+            // Some nodes move no position at all, and say so; their properties leave every position where it is.
+            owned = cast<SetPropertyOperation>(&operation) ? std::next(owned) : selections.erase(owned);
         }
     }
 }
 
 } // namespace
 
-void includeInSelections(CollaborationEngine::BaseClientEditingStateTransformer& transformer,
-                         const CollaborationEngine::Operation& operation, Selections& selections)
+void includeInSelections(BaseClientEditingStateTransformer& transformer, const Operation& operation,
+                         Selections& selections)
 {
-    moveOrDrop(selections, [&](Selection& selection) { transformer.include(operation, selection); });
+    if (const auto* composite = cast<CompositeOperation>(&operation))
+    {
+        for (const OperationUPtr& part : composite->getParts())
+        {
+            includeInSelections(transformer, *part, selections);
+        }
+        return;
+    }
+    moveOrDrop(operation, selections, [&](Selection& selection) { transformer.include(operation, selection); });
 }
 
-void excludeFromSelections(CollaborationEngine::BaseClientEditingStateTransformer& transformer,
-                           const CollaborationEngine::Operation& operation, Selections& selections)
+void excludeFromSelections(BaseClientEditingStateTransformer& transformer, const Operation& operation,
+                           Selections& selections)
 {
-    moveOrDrop(selections, [&](Selection& selection) { transformer.exclude(operation, selection); });
+    if (const auto* composite = cast<CompositeOperation>(&operation))
+    {
+        const auto& parts = composite->getParts();
+        for (auto part = parts.rbegin(); part != parts.rend(); ++part)
+        {
+            excludeFromSelections(transformer, **part, selections);
+        }
+        return;
+    }
+    moveOrDrop(operation, selections, [&](Selection& selection) { transformer.exclude(operation, selection); });
 }
 
 } // namespace Zem::CollaborationSession
