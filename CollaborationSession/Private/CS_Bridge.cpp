@@ -1,6 +1,7 @@
 #include "CS_Bridge.h"
 
 #include "CS_MoveSelections.h"
+#include "CS_Overloaded.h"
 #include "CS_PartialMarking.h"
 
 #include "CE_InverseOperation.h"
@@ -166,7 +167,7 @@ void Bridge::appendChange(const Operation& original, const Operation& planned, c
 void Bridge::refuse(const Operation& original)
 {
     _passed = _passedBefore;
-    _passed.emplace(_passed.begin(), makeReversal(original));
+    _passed.emplace(_passed.begin(), OwnChange{makeReversal(original)});
 }
 
 /// As if the author had sent the part that happened and the rest as two operations.
@@ -184,7 +185,7 @@ bool Bridge::appendPartialMarking(const Operation& original, const Operation& pl
         return false;
     }
     _passed = std::move(bridge._passed);
-    _passed.emplace(_passed.begin(), makeReversal(*parts->_refused));
+    _passed.emplace(_passed.begin(), OwnChange{makeReversal(*parts->_refused)});
     return true;
 }
 
@@ -208,7 +209,8 @@ bool Bridge::appendChangeOnNode(const Operation& planned, const Operation& happe
     const auto* happenedSetting = cast<SetPropertyOperation>(&happened);
     if (plannedSetting && happenedSetting && plannedSetting->getPropertyID() == happenedSetting->getPropertyID())
     {
-        append(makeSetting(*plannedSetting, *happenedSetting));
+        closeTyping();
+        _passed.emplace_back(OwnChange{makeSetting(*plannedSetting, *happenedSetting)});
         return true;
     }
     return haveEqualPlaces(*plannedOnNode, *happenedOnNode);
@@ -231,26 +233,53 @@ OperationUPtr Bridge::cross(const Operation& operation)
 /// Gives `operation` past `passed`, and appends `passed` past `operation`.
 OperationUPtr Bridge::crossOne(const Operation& operation, Passed passed, std::vector<Passed>& passedBehind) const
 {
-    if (auto* changed = std::get_if<ChangedInsertion>(&passed))
-    {
-        OperationUPtr crossed = changed->cross(operation, _transformer);
-        if (!changed->isOver())
-        {
-            passedBehind.push_back(std::move(passed));
-        }
-        return crossed;
-    }
-    const auto& other = std::get<std::shared_ptr<const Operation>>(passed);
-    OperationUPtr crossed = _transformer.include(operation, *other, TieResolveCondition::SecondWins);
-    OperationUPtr otherBehind = _transformer.include(*other, operation, TieResolveCondition::FirstWins);
+    OperationPtr otherBehind;
+    const Overloaded crossEach{[&](const OperationPtr& other)
+                               {
+                                   OperationUPtr crossed =
+                                       crossOperation(operation, other, TieResolveCondition::SecondWins, otherBehind);
+                                   if (otherBehind)
+                                   {
+                                       passedBehind.emplace_back(std::move(otherBehind));
+                                   }
+                                   return crossed;
+                               },
+                               [&](const OwnChange& change)
+                               {
+                                   OperationUPtr crossed = crossOperation(operation, change._operation,
+                                                                          TieResolveCondition::FirstWins, otherBehind);
+                                   if (otherBehind)
+                                   {
+                                       passedBehind.emplace_back(OwnChange{std::move(otherBehind)});
+                                   }
+                                   return crossed;
+                               },
+                               [&](ChangedInsertion& changed)
+                               {
+                                   OperationUPtr crossed = changed.cross(operation, _transformer);
+                                   if (!changed.isOver())
+                                   {
+                                       passedBehind.emplace_back(std::move(changed));
+                                   }
+                                   return crossed;
+                               }};
+    return std::visit(crossEach, passed);
+}
+
+/// Gives `operation` past `other`, and puts `other` past `operation` into `otherBehind`, unless nothing is left of it.
+OperationUPtr Bridge::crossOperation(const Operation& operation, const OperationPtr& other,
+                                     TieResolveCondition tieResolveCondition, OperationPtr& otherBehind) const
+{
+    OperationUPtr crossed = _transformer.include(operation, *other, tieResolveCondition);
+    OperationUPtr behind = _transformer.include(*other, operation, getOpposite(tieResolveCondition));
     if (removesSlots(*crossed))
     {
         crossed = markInstead(*crossed);
-        otherBehind = markInstead(*otherBehind);
+        behind = markInstead(*behind);
     }
-    if (!cast<EmptyOperation>(otherBehind.get()))
+    if (!cast<EmptyOperation>(behind.get()))
     {
-        passedBehind.emplace_back(std::shared_ptr<const Operation>(std::move(otherBehind)));
+        otherBehind = std::move(behind);
     }
     return crossed;
 }
@@ -258,18 +287,20 @@ OperationUPtr Bridge::crossOne(const Operation& operation, Passed passed, std::v
 void Bridge::follow(BaseClientEditingStateTransformer& transformer, Selections& selections)
 {
     closeTyping();
+    const auto followOperation = [&](const OperationPtr& operation)
+    { includeInSelections(transformer, *operation, selections); };
+    const Overloaded followEach{followOperation, [&](const OwnChange& change) { followOperation(change._operation); },
+                                [&](const ChangedInsertion& changed)
+                                {
+                                    for (auto& [client, selection] : selections)
+                                    {
+                                        changed.follow(selection.getSelectionBegin());
+                                        changed.follow(selection.getSelectionEnd());
+                                    }
+                                }};
     for (const Passed& passed : _passed)
     {
-        if (const auto* changed = std::get_if<ChangedInsertion>(&passed))
-        {
-            for (auto& [client, selection] : selections)
-            {
-                changed->follow(selection.getSelectionBegin());
-                changed->follow(selection.getSelectionEnd());
-            }
-            continue;
-        }
-        includeInSelections(transformer, *std::get<std::shared_ptr<const Operation>>(passed), selections);
+        std::visit(followEach, passed);
     }
 }
 

@@ -46,15 +46,24 @@ public:
     /// Takes back `original`, the last that crossed: it didn't happen, and the bridge stands where it stood before.
     void refuse(const CollaborationEngine::Operation& original);
 
-    /// `operation` past all that stands here, which goes first in a tie. If a transformation fails, the bridge is as it
-    /// was. Cost: two transformations for each operation that stands here.
+    /// `operation` past all that stands here, of which others' operations go first in a tie. If a transformation fails,
+    /// the bridge is as it was. Cost: two transformations for each operation that stands here.
     CollaborationEngine::OperationUPtr cross(const CollaborationEngine::Operation& operation);
 
     /// Moves selections along the bridge.
     void follow(CollaborationEngine::BaseClientEditingStateTransformer& transformer, Selections& selections);
 
 private:
-    using Passed = std::variant<std::shared_ptr<const CollaborationEngine::Operation>, ChangedInsertion>;
+    using OperationPtr = std::shared_ptr<const CollaborationEngine::Operation>;
+
+    /// What became of an operation of the author whose operations cross. The later ones were made behind it, and so
+    /// they go first in a tie: what sets a property again is what counts.
+    struct OwnChange
+    {
+        OperationPtr _operation;
+    };
+
+    using Passed = std::variant<OperationPtr, OwnChange, ChangedInsertion>;
 
     void closeTyping();
     bool appendChangeOnNode(const CollaborationEngine::Operation& planned,
@@ -62,6 +71,10 @@ private:
     bool appendPartialMarking(const CollaborationEngine::Operation& original,
                               const CollaborationEngine::Operation& planned,
                               const CollaborationEngine::Operation& happened);
+    CollaborationEngine::OperationUPtr crossOperation(const CollaborationEngine::Operation& operation,
+                                                      const OperationPtr& other,
+                                                      CollaborationEngine::TieResolveCondition tieResolveCondition,
+                                                      OperationPtr& otherBehind) const;
     CollaborationEngine::OperationUPtr crossOne(const CollaborationEngine::Operation& operation, Passed passed,
                                                 std::vector<Passed>& passedBehind) const;
 

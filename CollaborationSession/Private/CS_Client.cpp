@@ -4,6 +4,7 @@
 #include "CS_ComposedTyping.h"
 #include "CS_ExecuteStably.h"
 #include "CS_MoveSelections.h"
+#include "CS_Overloaded.h"
 #include "CS_Rebase.h"
 #include "CS_Stopwatch.h"
 
@@ -32,16 +33,6 @@ constexpr Revision tellInterval = 1024;
 
 /// Each client has ids of its own: those of client n begin at n times this.
 constexpr Operation::Id operationIDsOfAClient = Operation::Id(1) << 40;
-
-/// Handles each kind of message by an overload of its own.
-template<class... Handlers>
-struct Overloaded : Handlers...
-{
-    using Handlers::operator()...;
-};
-
-template<class... Handlers>
-Overloaded(Handlers...) -> Overloaded<Handlers...>;
 
 } // namespace
 

@@ -14,4 +14,9 @@ void includeInSelections(CollaborationEngine::BaseClientEditingStateTransformer&
 void excludeFromSelections(CollaborationEngine::BaseClientEditingStateTransformer& transformer,
                            const CollaborationEngine::Operation& operation, Selections& selections);
 
+/// Positions that lie in an insertion that was taken back, and that the text now made something else of: they remember
+/// the elements of `planned`, and now remember the same ones of `happened`. To be called before that is included.
+void followChangedInsertion(const CollaborationEngine::Operation& planned,
+                            const CollaborationEngine::Operation& happened, Selections& selections);
+
 } // namespace Zem::CollaborationSession

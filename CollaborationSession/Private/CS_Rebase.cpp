@@ -1,6 +1,7 @@
 #include "CS_Rebase.h"
 
 #include "CS_ExecuteStably.h"
+#include "CS_MoveSelections.h"
 #include "CS_Stopwatch.h"
 
 #include "CE_InverseOperation.h"
@@ -49,6 +50,10 @@ void Client::Rebase::takeIn(const HistoryEntryPtr& entry)
     {
         const Stopwatch stopwatch(_client._statistics._executingTime);
         _client._replica.executeAgain(*entry->_operation);
+    }
+    if (planned)
+    {
+        followChangedInsertion(*planned, *entry->_operation, _client._ownSelection);
     }
     _client.includeInAll(*entry->_operation);
     ++_client._statistics._executedCount;
@@ -150,6 +155,7 @@ OperationUPtr Client::Rebase::executeAgain(const Operation& original, OperationU
     {
         ++statistics._changedCount;
         _bridge.appendChange(original, *planned, *changed);
+        followChangedInsertion(*planned, *changed, _client._ownSelection);
         planned = std::move(changed);
     }
     _client.includeInAll(*planned);

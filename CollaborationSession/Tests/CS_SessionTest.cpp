@@ -5,6 +5,8 @@
 #include "CE_ListMultirangeOperation.h"
 #include "CE_MultirangeOperationUtils.h"
 #include "DClb_NodeTypes.h"
+#include "DClb_PropertyValues.h"
+#include "DOM_RunProps.h"
 
 namespace Zem::CollaborationSession
 {
@@ -196,6 +198,28 @@ TEST(Session, AuthorOfARejectedOperationGoesOnWithoutIt)
     EXPECT_TRUE(session[0].getClient().takeRefusals().empty());
 }
 
+TEST(Session, SettingBehindARejectedOneOfTheSameAuthorCounts)
+{
+    using DOMCollaboration::PropertyId;
+    const auto makeSize = [](float size)
+    {
+        const auto props = std::make_shared<DOM::RunProps>();
+        props->_fontSize = size;
+        return makeSharedConst<DOMCollaboration::MapPropertyIdToSimpleDataValue<PropertyId::RunPropertyId>>(props);
+    };
+    SessionCase session("{|ab}");
+    session[0].setRunProperty(0, 2, PropertyId::RunPropertyId, makeSize(10));
+    auto batch = *session[0].getClient().takeBatch();
+    batch._operations.back() = std::shared_ptr<const Operation>(makeBadOperation());
+    session[0].setRunProperty(0, 2, PropertyId::RunPropertyId, makeSize(12));
+    session.getServer().receive(1, batch);
+    session.settle();
+    const std::string json = DOM::toJson(session.getServer().getDocument());
+    EXPECT_NE(json.find("\"_fontSize\":{\"hasValue\":true,\"value\":12"), std::string::npos);
+    EXPECT_EQ(DOM::toJson(session[1].getClient().getDocument()), json);
+    EXPECT_EQ(session[0].getClient().takeRefusals().size(), 1u);
+}
+
 TEST(Session, RejectionThatWasLostWithTheConnectionIsToldAgain)
 {
     SessionCase session("{|ab}");
@@ -334,6 +358,24 @@ TEST(Session, SelectionsOfOthersMoveWithTheText)
     session.settle();
     EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 7u);
     EXPECT_EQ(getCaret(session.getServer().getSelections().at(1)), 7u);
+}
+
+TEST(Session, CaretInAPendingWordStaysAtItsLetterWhenTheWordGetsAParagraph)
+{
+    for (unsigned long letter = 0; letter < 4; ++letter)
+    {
+        SessionCase session("{|ab}{|cd}{|ef}");
+        session[0].replace(4, 4, "word");
+        session[0].putCaret(4 + letter);
+        session[1].replace(3, 6, "");
+        session[1].send();
+        session[0].receive();
+        EXPECT_EQ(session[0].show(), "{|ab}[.....]{|word}{|ef}");
+        EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 12u + letter);
+        session.settle();
+        EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 12u + letter);
+        EXPECT_EQ(getCaret(session[1].getClient().getSelections().at(1)), 12u + letter);
+    }
 }
 
 TEST(Session, CaretInsidePendingTextSurvivesEveryRebase)
