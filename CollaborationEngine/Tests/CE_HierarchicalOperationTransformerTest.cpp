@@ -4,7 +4,7 @@
 #include "CE_ListTransformers.h"
 #include "OperationNotation.h"
 #include "SlotModel.h"
-#include "TreeModel.h"
+#include "TreeReplica.h"
 
 #include "TS_Assertions.h"
 
@@ -17,37 +17,8 @@ namespace
 using MapInsert = MapInsertOrRemoveOperation<MapInsertTag>;
 using MapRemove = MapInsertOrRemoveOperation<MapRemoveTag>;
 using RowInsert = TableRowOrColumnListModificationOperation<RowOrColumnInsertOperationTag>;
-using RowMark = TableRowOrColumnListModificationOperation<RowOrColumnMarkAsRemovedOperationTag>;
 
 constexpr auto late = TieResolveCondition::SecondWins;
-
-OperationUPtr setWhole(OperationNodeAddress address, int oldValue, int newValue, Operation::Id id = 1)
-{
-    OperationUPtr operation = SetPropertyOperation::makeNewSetPropertyOperation(
-        std::move(address), ElementType, WholeProperty, std::make_unique<IntValue>(oldValue),
-        std::make_unique<IntValue>(newValue));
-    operation->setIDIfNeeded(id);
-    return operation;
-}
-
-OperationUPtr insertText(OperationNodeAddress element, unsigned long gap, int name, Operation::Id id)
-{
-    OperationUPtr operation = MultirangeOperationUtils::makeMultirangeOperationFromSingle(
-        Insert(textAddress(std::move(element)), ElementTextType, makeElementItems({makeElement(name)}),
-               Range::fromCount(gap, 1)));
-    operation->setIDIfNeeded(id);
-    return operation;
-}
-
-OperationUPtr markElement(unsigned long slot)
-{
-    return std::make_unique<MarkAsRemoved>(listAddress(), ElementListType, Range::fromCount(slot, 1));
-}
-
-OperationUPtr row(TableRowOperation::NestedOperation nested)
-{
-    return std::make_unique<TableRowOperation>(tableAddress(), CellTableType, std::move(nested));
-}
 
 /// What lies on an operation below one dead element.
 Shadows makeShadows(unsigned long chunkIndex)
@@ -55,54 +26,6 @@ Shadows makeShadows(unsigned long chunkIndex)
     DeadPlace deadPlace;
     deadPlace._chunkIndex = chunkIndex;
     return Shadows{{deadPlace}};
-}
-
-/// A document with its history.
-class Replica
-{
-public:
-    void run(OperationUPtr operation)
-    {
-        BaseOperationExecutor executor(std::make_unique<TreeExecutor>(_document), _transformer);
-        OperationUPtr changedOp;
-        executor.executeAndChangeIfNeeded(*operation, changedOp);
-        _history.push_back(std::move(operation));
-    }
-
-    /// The operation past the history from `begin` on.
-    OperationUPtr pastHistory(OperationUPtr operation, std::size_t begin) const
-    {
-        for (std::size_t index = begin; index < _history.size(); ++index)
-        {
-            operation = _transformer->include(*operation, *_history[index], late);
-        }
-        return operation;
-    }
-
-    void undo(std::size_t index)
-    {
-        run(pastHistory(makeUndo(*_history[index], *_transformer), index + 1));
-    }
-
-    const TreeDocument& getDocument() const
-    {
-        return _document;
-    }
-
-private:
-    std::shared_ptr<HierarchicalOperationTransformer> _transformer = makeTreeTransformer();
-    TreeDocument _document = makeTreeDocument();
-    std::vector<OperationUPtr> _history;
-};
-
-std::string textOf(const TreeElement& element)
-{
-    std::string text;
-    for (const TreeSlot& slot : element._text)
-    {
-        text += (slot._isLive ? std::to_string(slot._identity) : "dead") + " ";
-    }
-    return text;
 }
 
 } // namespace
@@ -192,7 +115,7 @@ TEST(HierarchicalOperationTransformer, ResultsKeepTheId)
 
 TEST(Shadows, EditInARowThatWasRemovedIsThereWhenTheRowIsRestored)
 {
-    Replica replica;
+    TreeReplica replica;
     replica.run(row(RowMark(0, nullptr)));
     replica.run(replica.pastHistory(insertText(cellAddress(0, 1), 0, 900, 4), 0));
     replica.undo(0);
@@ -201,7 +124,7 @@ TEST(Shadows, EditInARowThatWasRemovedIsThereWhenTheRowIsRestored)
 
 TEST(Shadows, WordTypedLetterByLetterIntoADeadElementComesBackInOrder)
 {
-    Replica replica;
+    TreeReplica replica;
     replica.run(markElement(1));
     OperationUPtr undo = replica.pastHistory(makeUndo(*markElement(1), *makeTreeTransformer()), 1);
     replica.run(replica.pastHistory(insertText(listElementAddress(1), 1, 901, 4), 0));
@@ -216,7 +139,7 @@ TEST(Shadows, WordTypedLetterByLetterIntoADeadElementComesBackInOrder)
 TEST(Shadows, LettersThatArriveBehindTheRestoringComeBackInOrder)
 {
     const auto transformer = makeTreeTransformer();
-    Replica replica;
+    TreeReplica replica;
     replica.run(markElement(1));
     replica.run(replica.pastHistory(insertText(listElementAddress(1), 1, 901, 4), 0));
     replica.undo(0);
@@ -269,7 +192,7 @@ TEST(Shadows, OperationInAnElementThatWentForGoodIsShadowedForGood)
 
 TEST(Holders, UndoOfOneOfTwoDeletionsLeavesTheWordDeleted)
 {
-    Replica replica;
+    TreeReplica replica;
     replica.run(markElement(1));
     replica.run(replica.pastHistory(markElement(1), 0));
     replica.undo(0);
@@ -284,7 +207,7 @@ TEST(Holders, ThreeDeletionsAreUndoneInAnyOrder)
     std::vector<std::size_t> order{0, 1, 2};
     do
     {
-        Replica replica;
+        TreeReplica replica;
         replica.run(markElement(1));
         replica.run(replica.pastHistory(markElement(1), 0));
         replica.run(replica.pastHistory(markElement(1), 0));
@@ -300,7 +223,7 @@ TEST(Holders, ThreeDeletionsAreUndoneInAnyOrder)
 TEST(Holders, MapKeysAndRowsCountThemToo)
 {
     const auto remove = [] { return std::make_unique<MapRemove>(mapAddress(), ElementMapType, makeKey("a"), nullptr); };
-    Replica replica;
+    TreeReplica replica;
     replica.run(remove());
     replica.run(replica.pastHistory(remove(), 0));
     replica.run(row(RowMark(0, nullptr)));
@@ -329,7 +252,7 @@ TEST(MapTransformers, WinnerOfTwoInsertionsStands)
 TEST(Holders, UndoOfARemovalOfAKeyBringsWhatOthersInsertedMeanwhileAndNotWhatItRemoved)
 {
     const auto remove = [] { return std::make_unique<MapRemove>(mapAddress(), ElementMapType, makeKey("a"), nullptr); };
-    Replica replica;
+    TreeReplica replica;
     replica.run(remove());
     OperationUPtr insertion =
         replica.pastHistory(std::make_unique<MapInsert>(mapAddress(), ElementMapType, makeKey("a"),
@@ -379,7 +302,7 @@ TEST(TableTransformers, TravellingRowFollowsColumns)
 
 TEST(TableTransformers, PropertyOfARemovedRowWaitsForIt)
 {
-    Replica replica;
+    TreeReplica replica;
     replica.run(row(RowMark(0, nullptr)));
     const auto setting = row(
         SetRowOrColumnPropertyOperation(0, RowProperty, makeSharedConst<IntValue>(0), makeSharedConst<IntValue>(7)));
@@ -396,7 +319,7 @@ TEST(TableTransformers, CellWhereARowAndAColumnCrossComesBackWithTheLastOfThem)
     { return std::make_unique<TableColumnOperation>(tableAddress(), CellTableType, RowMark(1, nullptr)); };
     for (const bool isRowFirst : {true, false})
     {
-        Replica replica;
+        TreeReplica replica;
         replica.run(row(RowMark(0, nullptr)));
         replica.run(markColumn());
         replica.undo(isRowFirst ? 0 : 1);

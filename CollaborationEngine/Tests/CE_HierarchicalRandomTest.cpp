@@ -5,10 +5,14 @@
 #include "OperationNotation.h"
 #include "RandomTreeOperations.h"
 
+#include "Util_Assert.h"
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
+#include <stdexcept>
 
 namespace Zem::CollaborationEngine::Testing
 {
@@ -32,10 +36,10 @@ public:
     {
     }
 
-    /// Fails the test where something doesn't hold. Returns the number of operations that were made.
+    /// Fails: an exception where something doesn't hold. Returns the number of operations that were made.
     unsigned long run()
     {
-        for (unsigned long round = 0; round < 4 && !testing::Test::HasFailure(); ++round)
+        for (unsigned long round = 0; round < 4; ++round)
         {
             runRound();
         }
@@ -67,8 +71,7 @@ private:
         execute(mergedOne, std::move(otherAfter));
         Site mergedOther{other._document, {}};
         execute(mergedOther, std::move(oneAfter));
-        EXPECT_TRUE(mergedOne._document == mergedOther._document) << toString(mergedOne._document) << "\n\n"
-                                                                  << toString(mergedOther._document);
+        requireEqual(mergedOne._document, mergedOther._document);
         checkReversal(one, mergedOne);
         _document = mergedOne._document;
         append(_history, one._operations);
@@ -117,7 +120,7 @@ private:
         _script += describe(*operation) + "\n";
         BaseOperationExecutor executor(std::make_unique<TreeExecutor>(site._document), _transformer);
         OperationUPtr changedOp;
-        EXPECT_FALSE(executor.executeAndChangeIfNeeded(*operation, changedOp));
+        ZEM_ASSERT(!executor.executeAndChangeIfNeeded(*operation, changedOp));
         site._operations.push_back(std::move(operation));
     }
 
@@ -133,7 +136,15 @@ private:
                 executor.reverse(**operation);
             }
         }
-        EXPECT_TRUE(document == _document) << toString(document) << "\n\n" << toString(_document);
+        requireEqual(document, _document);
+    }
+
+    static void requireEqual(const TreeDocument& one, const TreeDocument& other)
+    {
+        if (!(one == other))
+        {
+            throw std::logic_error(toString(one) + "\n\n" + toString(other));
+        }
     }
 
     static History clone(const History& operations)
@@ -163,33 +174,67 @@ private:
     unsigned long _nextId = 1;
 };
 
+constexpr unsigned long maximumFailures = 5;
+
+class HierarchicalRandom : public testing::Test
+{
+protected:
+    ~HierarchicalRandom() override
+    {
+        std::cout << "  " << _historiesCount << " histories, " << _operationsCount << " operations\n";
+    }
+
+    /// A history that fails doesn't hide others: its script is printed, and only a handful of them ends the test.
+    void check(unsigned long seed)
+    {
+        if (_failuresCount == maximumFailures)
+        {
+            return;
+        }
+        ++_historiesCount;
+        Rounds rounds(seed);
+        try
+        {
+            _operationsCount += rounds.run();
+        }
+        catch (const std::exception& error)
+        {
+            ++_failuresCount;
+            ADD_FAILURE() << "COLLABORATION_ENGINE_SEED=" << seed << "\n" << error.what() << "\n" << rounds.getScript();
+        }
+    }
+
+private:
+    unsigned long _historiesCount = 0;
+    unsigned long _operationsCount = 0;
+    unsigned long _failuresCount = 0;
+};
+
 } // namespace
 
-TEST(HierarchicalRandom, TwoSitesMeetAndCanGoBack)
+TEST_F(HierarchicalRandom, TwoSitesMeetAndCanGoBack)
 {
     const char* longRun = std::getenv("COLLABORATION_ENGINE_LONG_TESTS");
     const char* firstSeed = std::getenv("COLLABORATION_ENGINE_SEED");
     const unsigned long begin = firstSeed ? std::stoul(firstSeed) : 1;
     const unsigned long count = firstSeed ? 1 : (longRun ? 400000 : 20000);
-    unsigned long operationsCount = 0;
-    for (unsigned long seed = begin; seed < begin + count && !HasFailure(); ++seed)
+    for (unsigned long seed = begin; seed < begin + count; ++seed)
     {
-        SCOPED_TRACE("COLLABORATION_ENGINE_SEED=" + std::to_string(seed));
-        Rounds rounds(seed);
-        try
-        {
-            operationsCount += rounds.run();
-        }
-        catch (const std::exception& error)
-        {
-            ADD_FAILURE() << error.what();
-        }
-        if (HasFailure())
-        {
-            ADD_FAILURE() << rounds.getScript();
-        }
+        check(seed);
     }
-    std::cout << "  " << count << " histories, " << operationsCount << " operations\n";
+}
+
+// Each of these has failed at some time, and is far rarer than what the default run meets.
+TEST_F(HierarchicalRandom, HistoriesKnownToBeHardHold)
+{
+    const std::vector<unsigned long> keyWithAFormerValue{328218, 1026211};
+    const std::vector<unsigned long> settingOfAWholeText{341450};
+    const std::vector<unsigned long> restoringInsideADeadRow{1048282};
+    const std::vector<unsigned long> unitsThatMeet{54379};
+    for (const auto* seeds : {&keyWithAFormerValue, &settingOfAWholeText, &restoringInsideADeadRow, &unitsThatMeet})
+    {
+        std::for_each(seeds->begin(), seeds->end(), [&](unsigned long seed) { check(seed); });
+    }
 }
 
 } // namespace Zem::CollaborationEngine::Testing

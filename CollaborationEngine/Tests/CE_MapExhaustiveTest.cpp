@@ -40,6 +40,18 @@ protected:
         return after;
     }
 
+    static bool hasEffectOf(const KeyModel& state, Operation& operation, Operation& other)
+    {
+        try
+        {
+            return applied(state, operation) == applied(state, other);
+        }
+        catch (const IllegalOperation&)
+        {
+            return false;
+        }
+    }
+
     static std::vector<OperationUPtr> makeExecuted(const KeyModel& state, char newValue)
     {
         auto operations = makeMapOperations(state, newValue);
@@ -96,6 +108,12 @@ bool bringsValue(const Operation& operation)
     return describe(operation).find("insert(") != std::string::npos;
 }
 
+std::string getActionName(const Operation& operation)
+{
+    const std::vector<std::string> names{"insertion", "removal", "leaving", "releasing"};
+    return names.at(static_cast<unsigned long>(getMapAction(makeNodeOperand(operation))));
+}
+
 } // namespace
 
 TEST_F(MapExhaustive, BothOrdersOfTwoOperationsGiveOneMap)
@@ -148,6 +166,29 @@ TEST_F(MapExhaustive, ReversingBothOfTwoGivesTheMapBack)
             model.apply(*makeReversal(first));
             EXPECT_TRUE(model.hasValuesOf(state)) << model.toString();
         });
+}
+
+// What an operation was comes back once the other one is taken back, but for what is decided to be so:
+TEST_F(MapExhaustive, PastAnOperationAndItsReversalAnOperationIsItself)
+{
+    const std::set<std::string> expected{
+        // Of two values for a key one is lost, or its insertion has become a removal of the other's with an insertion.
+        "insertion past insertion", "releasing past insertion", "insertion past releasing",
+        // What brings a value in ends all removals, and what takes it back is one removal: those that waited count
+        // anew.
+        "leaving past insertion", "leaving past releasing", "releasing past releasing"};
+    std::set<std::string> changed;
+    forEachPair(
+        [&](const KeyModel& state, Operation& first, Operation& second, TieResolveCondition tie)
+        {
+            const OperationUPtr pastSecond = _transformer.include(first, second, tie);
+            const OperationUPtr back = _transformer.include(*pastSecond, *makeReversal(second), tie);
+            if (!hasEffectOf(state, *back, first))
+            {
+                changed.insert(getActionName(first) + " past " + getActionName(second));
+            }
+        });
+    EXPECT_EQ(changed, expected);
 }
 
 TEST_F(MapExhaustive, PseudoIdentitiesAndEmptyOperationsAreNeutral)

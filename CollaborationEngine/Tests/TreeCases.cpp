@@ -15,13 +15,6 @@ using LineMark = TableRowOrColumnListModificationOperation<RowOrColumnMarkAsRemo
 using Range = IndexRange<unsigned long>;
 using Operations = std::vector<OperationUPtr>;
 
-TreeElement makeElementWithText(int name)
-{
-    TreeElement element = makeElement(name);
-    element._text.push_back(TreeSlot{name * 10, true, makeElement(name * 10)});
-    return element;
-}
-
 template<class Nested>
 void addMultirange(Operations& operations, Nested nested)
 {
@@ -103,9 +96,14 @@ void addLineOperations(Operations& operations, const std::vector<TreeLine>& line
         operations.push_back(makeLine<Tag>(
             SetRowOrColumnPropertyOperation(index, RowProperty, makeSharedConst<IntValue>(lines[index]._property),
                                             makeSharedConst<IntValue>(firstName))));
-        const unsigned long target = lines.size() - 1 - index;
-        operations.push_back(
-            makeLine<Tag>(RowOrColumnMoveOperation(index, static_cast<long>(target) - static_cast<long>(index))));
+        for (unsigned long target = 0; target < lines.size(); ++target)
+        {
+            if (target != index)
+            {
+                operations.push_back(makeLine<Tag>(
+                    RowOrColumnMoveOperation(index, static_cast<long>(target) - static_cast<long>(index))));
+            }
+        }
     }
 }
 
@@ -120,7 +118,32 @@ void addTableOperations(Operations& operations, const TreeTable& table, int firs
     addElementOperations(operations, cellAddress(1, 0), getCell(1, 0), firstName);
 }
 
+TreeTable makeTable(const std::vector<int>& rows, const std::vector<int>& columns)
+{
+    TreeTable table;
+    for (const int row : rows)
+    {
+        table._rows.push_back(TreeLine{row, true, 0});
+    }
+    for (const int column : columns)
+    {
+        table._columns.push_back(TreeLine{column, true, 0});
+        for (const int row : rows)
+        {
+            table._cells[{row, column}] = makeElementWithText(row * 100 + column);
+        }
+    }
+    return table;
+}
+
 } // namespace
+
+TreeElement makeElementWithText(int name)
+{
+    TreeElement element = makeElement(name);
+    element._text.push_back(TreeSlot{name * 10, true, makeElement(name * 10)});
+    return element;
+}
 
 TreeDocument makeSmallDocument(TreePart part)
 {
@@ -128,21 +151,17 @@ TreeDocument makeSmallDocument(TreePart part)
     switch (part)
     {
     case TreePart::List:
-        document._list = {TreeSlot{1, true, makeElementWithText(1)}, TreeSlot{2, true, makeElementWithText(2)}};
+        document._list = {TreeSlot{1, true, makeElementWithText(1)}, TreeSlot{2, true, makeElementWithText(2)},
+                          TreeSlot{3, true, makeElementWithText(3)}};
         break;
     case TreePart::Map:
         document._map = {{"a", makeElementWithText(4)}, {"b", makeElementWithText(5)}};
         break;
     case TreePart::Table:
-        document._table._rows = {TreeLine{61, true, 0}, TreeLine{62, true, 0}};
-        document._table._columns = {TreeLine{71, true, 0}, TreeLine{72, true, 0}};
-        for (const int row : {61, 62})
-        {
-            for (const int column : {71, 72})
-            {
-                document._table._cells[{row, column}] = makeElementWithText(row * 100 + column);
-            }
-        }
+        document._table = makeTable({61, 62}, {71, 72});
+        break;
+    case TreePart::TallTable:
+        document._table = makeTable({61, 62, 63}, {71, 72});
     }
     return document;
 }
@@ -169,6 +188,7 @@ std::vector<OperationUPtr> makeTreeDeletions(const TreeDocument& document, TreeP
         }
         break;
     case TreePart::Table:
+    case TreePart::TallTable:
         for (unsigned long index = 0; index < document._table._rows.size(); ++index)
         {
             operations.push_back(makeLine<RowTag>(LineMark(index, nullptr)));
@@ -202,7 +222,22 @@ std::vector<OperationUPtr> makeTreeOperations(const TreeDocument& document, Tree
         }
         break;
     case TreePart::Table:
+    case TreePart::TallTable:
         addTableOperations(operations, document._table, firstName);
+    }
+    return operations;
+}
+
+std::vector<OperationUPtr> makeLineRemovals(const TreeTable& table)
+{
+    Operations operations;
+    for (unsigned long index = 0; index < table._rows.size(); ++index)
+    {
+        operations.push_back(makeLine<RowTag>(RowOrColumnRemoveOperation(index, nullptr)));
+    }
+    for (unsigned long index = 0; index < table._columns.size(); ++index)
+    {
+        operations.push_back(makeLine<ColumnTag>(RowOrColumnRemoveOperation(index, nullptr)));
     }
     return operations;
 }

@@ -151,9 +151,10 @@ public:
         _isReverse ? erase(operation) : insert(operation);
     }
 
-    void run(ListModificationOperation<RemoveTag>&) const
+    void run(ListModificationOperation<RemoveTag>& operation) const
     {
-        ZEM_FAIL("Removals aren't executed.");
+        ZEM_ASSERT(!_isReverse);
+        erase(operation);
     }
 
     void run(ListModificationOperation<MarkAsRemovedTag>& operation) const
@@ -280,8 +281,7 @@ public:
         const unsigned long index = operation.getIndex();
         if (_isReverse)
         {
-            takeOut(at(index));
-            _lines.erase(_lines.begin() + static_cast<long>(index));
+            erase(index);
             return;
         }
         ZEM_ASSERT(index <= _lines.size());
@@ -299,9 +299,10 @@ public:
         _isReverse ? mark(operation) : restore(operation);
     }
 
-    void run(RowOrColumnRemoveOperation&) const
+    void run(RowOrColumnRemoveOperation& operation) const
     {
-        ZEM_FAIL("Removals aren't executed.");
+        ZEM_ASSERT(!_isReverse);
+        erase(operation.getIndex());
     }
 
     void run(RowOrColumnMoveOperation& operation) const
@@ -338,6 +339,12 @@ private:
     Key makeCellKey(const TreeLine& line, const TreeLine& crossing) const
     {
         return _areRows ? Key(line._identity, crossing._identity) : Key(crossing._identity, line._identity);
+    }
+
+    void erase(unsigned long index) const
+    {
+        takeOut(at(index));
+        _lines.erase(_lines.begin() + static_cast<long>(index));
     }
 
     template<class T>

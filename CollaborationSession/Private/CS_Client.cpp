@@ -6,6 +6,7 @@
 #include "CS_MoveSelections.h"
 #include "CS_Overloaded.h"
 #include "CS_Rebase.h"
+#include "CS_Savepoint.h"
 #include "CS_Stopwatch.h"
 
 #include "CE_InverseOperation.h"
@@ -15,7 +16,9 @@
 #include "Util_Assert.h"
 #include "Util_Cast.h"
 
+#include <algorithm>
 #include <iterator>
+#include <set>
 #include <utility>
 
 namespace Zem::CollaborationSession
@@ -26,13 +29,43 @@ using namespace CollaborationEngine;
 namespace
 {
 
-/// How many entries pass before the client takes a new copy of the document, and before it tells what it has if it has
-/// nothing else to tell.
-constexpr Revision checkpointInterval = 4096;
+/// How many entries pass before the client tells what it has if it has nothing else to tell.
 constexpr Revision tellInterval = 1024;
 
 /// Each client has ids of its own: those of client n begin at n times this.
 constexpr Operation::Id operationIDsOfAClient = Operation::Id(1) << 40;
+
+void requireWhole(const HistoryEntryPtr& entry)
+{
+    if (!entry || !entry->_operation)
+    {
+        throw InvalidMessageError("An entry of the history holds an operation");
+    }
+}
+
+const Snapshot& requireWhole(const Snapshot& snapshot)
+{
+    if (!snapshot._document)
+    {
+        throw InvalidMessageError("A snapshot holds a document");
+    }
+    for (const HistoryEntryPtr& entry : snapshot._entries)
+    {
+        requireWhole(entry);
+    }
+    return snapshot;
+}
+
+void requireWhole(std::span<const ServerMessage> messages)
+{
+    for (const ServerMessage& message : messages)
+    {
+        if (const auto* happened = std::get_if<OperationHappened>(&message))
+        {
+            requireWhole(happened->_entry);
+        }
+    }
+}
 
 } // namespace
 
@@ -63,9 +96,9 @@ private:
     Client& _client;
 };
 
-Client::Client(ClientID id, const Snapshot& snapshot)
+Client::Client(ClientID id, const Snapshot& snapshot, Revision checkpointInterval)
     : _id(id)
-    , _replica(snapshot._kind, derefPtr(snapshot._document))
+    , _replica(snapshot._kind, *requireWhole(snapshot)._document)
     , _selectionTransformer(std::make_shared<DOMCollaboration::DocumentPositionTransformer>())
     , _executor(std::make_unique<LocalExecutor>(*this))
     , _revision(snapshot._revision + snapshot._entries.size())
@@ -73,6 +106,7 @@ Client::Client(ClientID id, const Snapshot& snapshot)
     , _nextOperationID(id * operationIDsOfAClient)
     , _checkpoint(snapshot._document)
     , _entriesSinceCheckpoint(snapshot._entries)
+    , _checkpointInterval(checkpointInterval)
     , _selections(snapshot._selections)
 {
     for (const HistoryEntryPtr& entry : _entriesSinceCheckpoint)
@@ -167,11 +201,32 @@ boost::optional<ClientBatch> Client::takeBatch()
 
 void Client::receive(std::span<const ServerMessage> messages)
 {
+    requireWhole(messages);
+    boost::optional<Savepoint> savepoint;
+    try
+    {
+        takeIn(messages, savepoint);
+    }
+    catch (...)
+    {
+        if (savepoint)
+        {
+            std::move(*savepoint).restore(*this);
+        }
+        throw;
+    }
+    takeCheckpointIfDue();
+}
+
+/// `savepoint` is made before anything that may fail.
+void Client::takeIn(std::span<const ServerMessage> messages, boost::optional<Savepoint>& savepoint)
+{
     boost::optional<Rebase> rebase;
     const auto rebasing = [&]() -> Rebase&
     {
         if (!rebase)
         {
+            savepoint.emplace(*this);
             rebase.emplace(*this);
         }
         return *rebase;
@@ -203,7 +258,6 @@ void Client::receive(std::span<const ServerMessage> messages)
     {
         rebase->finish();
     }
-    takeCheckpointIfDue();
 }
 
 void Client::resume()
@@ -254,8 +308,17 @@ void Client::reverseOwn(const Operation& operation)
     const bool isLastUnsent = _pending.size() > _underWayCount && _pending.back()->getID() == operation.getID();
     ZEM_ASSERT(isLastUnsent);
     excludeFromAll(*_pending.back());
-    _replica.getExecutor().reverse(*_pending.back());
-    _pending.pop_back();
+    try
+    {
+        _replica.getExecutor().reverse(*_pending.back());
+        _pending.pop_back();
+    }
+    catch (const std::exception&)
+    {
+        // Some deletions can't be taken back exactly (see Rebase).
+        _pending.pop_back();
+        restoreDocument(_pending);
+    }
 }
 
 /// Puts neighbouring keystrokes among the operations that aren't under way together.
@@ -331,9 +394,12 @@ void Client::takeInSelection(const SelectionMoved& moved, std::span<const Operat
     selections.merge(single);
 }
 
+/// The first reason counts: what the server rejected often can't be placed here either.
 void Client::refuse(const Operation& operation, const std::string& reason)
 {
-    if (const auto id = operation.getID())
+    const auto id = operation.getID();
+    const auto isOfOperation = [&](const Refusal& refusal) { return refusal._operationID == id; };
+    if (id && std::none_of(_refusals.begin(), _refusals.end(), isOfOperation))
     {
         _refusals.push_back({*id, reason});
     }
@@ -349,30 +415,67 @@ void Client::forgetUndoing(const Operation& operation)
 /// Makes the document again: the copy, what happened since, and the pending operations as they stand.
 void Client::restoreDocument(std::span<const OperationUPtr> pending)
 {
-    _replica.replaceDocument(*_checkpoint);
-    for (const HistoryEntryPtr& entry : _entriesSinceCheckpoint)
-    {
-        _replica.executeAgain(*entry->_operation);
-    }
+    std::vector<const Operation*> operations = getOldestEntries(_entriesSinceCheckpoint.size());
+    _statistics._replayedCount += operations.size();
     for (const OperationUPtr& operation : pending)
     {
-        _replica.executeAgain(*operation);
+        operations.push_back(operation.get());
     }
-    if (_onDocumentReplaced)
+    _replica.replaceDocument(*_checkpoint, operations);
+}
+
+std::vector<const Operation*> Client::getOldestEntries(std::size_t count) const
+{
+    std::vector<const Operation*> operations;
+    operations.reserve(count);
+    for (std::size_t index = 0; index < count; ++index)
     {
-        _onDocumentReplaced();
+        operations.push_back(_entriesSinceCheckpoint[index]->_operation.get());
+    }
+    return operations;
+}
+
+/// A document with pending operations is that of no revision. While it never comes to be without them, the copy is
+/// brought up to date by itself.
+void Client::takeCheckpointIfDue()
+{
+    const std::size_t count = _entriesSinceCheckpoint.size();
+    if (_pending.empty() && count >= _checkpointInterval)
+    {
+        _checkpoint = std::make_shared<const DOM::Document>(_replica.getDocument());
+        forgetOldestEntries(count);
+    }
+    else if (count > 2 * _checkpointInterval)
+    {
+        const std::size_t passedCount = count - _checkpointInterval;
+        _checkpoint = std::make_shared<const DOM::Document>(
+            Replica::replay(_replica.getKind(), *_checkpoint, getOldestEntries(passedCount)));
+        forgetOldestEntries(passedCount);
     }
 }
 
-/// Only the document of a revision can be copied: one without pending operations.
-void Client::takeCheckpointIfDue()
+/// Forgets what was undone, too, of operations that nobody can undo any more.
+void Client::forgetOldestEntries(std::size_t count)
 {
-    if (_pending.empty() && _entriesSinceCheckpoint.size() >= checkpointInterval)
+    _entriesSinceCheckpoint.erase(_entriesSinceCheckpoint.begin(),
+                                  _entriesSinceCheckpoint.begin() + static_cast<std::ptrdiff_t>(count));
+    std::set<Operation::Id> knownIDs;
+    const auto addID = [&](const Operation& operation)
     {
-        _checkpoint = std::make_shared<const DOM::Document>(_replica.getDocument());
-        _entriesSinceCheckpoint.clear();
-        _undoings.clear();
+        if (const auto id = operation.getID())
+        {
+            knownIDs.insert(*id);
+        }
+    };
+    for (const HistoryEntryPtr& entry : _entriesSinceCheckpoint)
+    {
+        addID(*entry->_operation);
     }
+    for (const OperationUPtr& operation : _pending)
+    {
+        addID(*operation);
+    }
+    std::erase_if(_undoings, [&](const auto& undoing) { return !knownIDs.contains(undoing.first); });
 }
 
 void Client::includeInAll(const Operation& operation)

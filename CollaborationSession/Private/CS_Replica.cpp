@@ -4,6 +4,8 @@
 
 #include "Util_Assert.h"
 
+#include <utility>
+
 namespace Zem::CollaborationSession
 {
 
@@ -27,9 +29,26 @@ void Replica::executeAgain(const CollaborationEngine::Operation& operation)
     ZEM_ASSERT(isAsItHappened);
 }
 
-void Replica::replaceDocument(const DOM::Document& document)
+/// A replica of its own has no observers, and whoever holds this one's document sees nothing of what is half done.
+DOM::Document Replica::replay(DocumentKind kind, const DOM::Document& document,
+                              const std::vector<const CollaborationEngine::Operation*>& operations)
 {
-    _document = document;
+    Replica replica(kind, document);
+    for (const CollaborationEngine::Operation* operation : operations)
+    {
+        replica.executeAgain(derefPtr(operation));
+    }
+    return std::move(replica._document);
+}
+
+void Replica::replaceDocument(const DOM::Document& document,
+                              const std::vector<const CollaborationEngine::Operation*>& operations)
+{
+    _document = replay(_kind, document, operations);
+    if (_onDocumentReplaced)
+    {
+        _onDocumentReplaced();
+    }
 }
 
 } // namespace Zem::CollaborationSession

@@ -60,26 +60,26 @@ void Server::reconnect(ClientID clientID, Revision revision, Outbox outbox)
     {
         for (; rejection != client._rejections.end() && rejection->first <= current; ++rejection)
         {
-            client._outbox(rejection->second);
+            send(client, rejection->second);
         }
         if (current == getRevision())
         {
             break;
         }
-        client._outbox(OperationHappened{_history[current - _firstRevision]});
+        send(client, OperationHappened{_history[current - _firstRevision]});
     }
     for (const auto& [leftAt, owner] : _lostSelections)
     {
         if (leftAt >= client._base)
         {
-            client._outbox(SelectionMoved{owner, nullptr});
+            send(client, SelectionMoved{owner, nullptr});
         }
     }
     for (const auto& [owner, selection] : _selections)
     {
         if (owner != clientID)
         {
-            client._outbox(SelectionMoved{owner, std::make_shared<Selection>(selection)});
+            send(client, SelectionMoved{owner, std::make_shared<Selection>(selection)});
         }
     }
 }
@@ -100,7 +100,9 @@ void Server::receive(ClientID clientID, const ClientBatch& batch)
 {
     ConnectedClient& client = findClient(clientID);
     const std::size_t count = batch._operations.size();
-    if (count > 0 && batch._firstNumber + count - 1 <= client._lastNumber)
+    const bool hasArrivedBefore = count > 0 && batch._firstNumber > 0 && batch._firstNumber <= client._lastNumber &&
+                                  count - 1 <= client._lastNumber - batch._firstNumber;
+    if (hasArrivedBefore)
     {
         return;
     }
@@ -127,7 +129,6 @@ void Server::receive(ClientID clientID, const ClientBatch& batch)
     if (getRevision() - _checkpointRevision >= _checkpointInterval)
     {
         takeCheckpoint();
-        trimHistory();
     }
 }
 
@@ -144,23 +145,10 @@ bool Server::takeIn(ClientID author, unsigned long number, const Operation& oper
     {
         return reject(author, number, error.what());
     }
-    try
+    if (OperationUPtr happened = execute(author, number, operation, std::move(planned), bridge))
     {
-        const Stopwatch stopwatch(_statistics._executingTime);
-        OperationUPtr changed;
-        if (executeStably(_replica.getExecutor(), *planned, changed, [this] { restoreDocument(); }))
-        {
-            bridge.appendChange(operation, *planned, *changed);
-            planned = std::move(changed);
-            ++_statistics._changedCount;
-        }
-        append(author, number, std::move(planned));
+        append(author, number, std::move(happened));
         return true;
-    }
-    catch (const std::exception& error)
-    {
-        reject(author, number, error.what());
-        restoreDocument();
     }
     try
     {
@@ -174,6 +162,30 @@ bool Server::takeIn(ClientID author, unsigned long number, const Operation& oper
     }
 }
 
+/// What happened. Null if `planned` failed: the document is as it was before, and the author knows.
+OperationUPtr Server::execute(ClientID author, unsigned long number, const Operation& original, OperationUPtr planned,
+                              Bridge& bridge)
+{
+    try
+    {
+        const Stopwatch stopwatch(_statistics._executingTime);
+        OperationUPtr changed;
+        if (!executeStably(_replica.getExecutor(), *planned, changed, [this] { restoreDocument(); }))
+        {
+            return planned;
+        }
+        bridge.appendChange(original, *planned, *changed);
+        ++_statistics._changedCount;
+        return changed;
+    }
+    catch (const std::exception& error)
+    {
+        restoreDocument();
+        reject(author, number, error.what());
+        return nullptr;
+    }
+}
+
 /// False, for the sake of its callers.
 bool Server::reject(ClientID author, unsigned long number, const std::string& reason)
 {
@@ -181,10 +193,7 @@ bool Server::reject(ClientID author, unsigned long number, const std::string& re
     ConnectedClient& client = findClient(author);
     const OperationRejected rejection{number, reason};
     client._rejections.emplace_back(getRevision(), rejection);
-    if (client._outbox)
-    {
-        client._outbox(rejection);
-    }
+    send(client, rejection);
     return false;
 }
 
@@ -246,24 +255,45 @@ void Server::requireValid(const ConnectedClient& client, const ClientBatch& batc
     }
 }
 
+/// The message isn't lost with a connection that breaks: it is among what `reconnect` sends.
+void Server::send(ConnectedClient& client, const ServerMessage& message)
+{
+    if (!client._outbox)
+    {
+        return;
+    }
+    try
+    {
+        client._outbox(message);
+    }
+    catch (...)
+    {
+        client._outbox = nullptr;
+    }
+}
+
 void Server::sendToAll(const ServerMessage& message)
 {
     for (auto& [id, client] : _clients)
     {
-        if (client._outbox)
-        {
-            client._outbox(message);
-        }
+        send(client, message);
     }
 }
 
-/// A failed execution may have changed a part: the document is made again from the copy and what happened since.
+/// A failed execution may have changed a part: the document is made again from the copy and what happened since. A new
+/// copy then keeps the next failure from executing the same entries again.
 void Server::restoreDocument()
 {
-    _replica.replaceDocument(*_checkpoint);
+    std::vector<const Operation*> operations;
     for (Revision revision = _checkpointRevision; revision < getRevision(); ++revision)
     {
-        _replica.executeAgain(*_history[revision - _firstRevision]->_operation);
+        operations.push_back(_history[revision - _firstRevision]->_operation.get());
+    }
+    _replica.replaceDocument(*_checkpoint, operations);
+    _statistics._replayedCount += operations.size();
+    if (!operations.empty())
+    {
+        takeCheckpoint();
     }
 }
 
@@ -271,6 +301,7 @@ void Server::takeCheckpoint()
 {
     _checkpoint = std::make_shared<const DOM::Document>(_replica.getDocument());
     _checkpointRevision = getRevision();
+    trimHistory();
 }
 
 void Server::trimHistory()

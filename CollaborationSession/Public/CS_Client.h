@@ -13,6 +13,7 @@
 
 #include "EditingState/DClb_DOMEditingStateTransformer.h"
 
+#include "Util_BaseRuntimeError.h"
 #include "Util_Export.h"
 
 #include <boost/optional.hpp>
@@ -28,6 +29,13 @@ namespace Zem::CollaborationSession
 
 class Bridge;
 
+/// A message or a snapshot that no server can have sent.
+class ZEM_EXPORT InvalidMessageError : public BaseRuntimeError
+{
+public:
+    using BaseRuntimeError::BaseRuntimeError;
+};
+
 /// It is used by one thread at a time. The process needs an assertion handler that throws (`throwAssertionFailure`).
 class ZEM_EXPORT Client
 {
@@ -40,8 +48,13 @@ public:
         std::string _reason;
     };
 
+    /// How many entries of the history come in before the client takes a new copy of the document, to which it returns
+    /// when an operation fails.
+    static constexpr Revision defaultCheckpointInterval = 4096;
+
     /// Joins with what the server gave. The snapshot's document is copied.
-    Client(ClientID id, const Snapshot& snapshot);
+    /// Fails: `InvalidMessageError` for a snapshot without a document, or with an empty entry.
+    Client(ClientID id, const Snapshot& snapshot, Revision checkpointInterval = defaultCheckpointInterval);
     ~Client();
 
     Client(const Client&) = delete;
@@ -75,7 +88,8 @@ public:
 
     /// Executes the user's own operations: each becomes pending, with an id. One that fails leaves the document as it
     /// was, and the exception goes on. A reverse takes back the last pending operation while nothing was sent or has
-    /// come in since: fails with "isLastUnsent" otherwise.
+    /// come in since: fails with "isLastUnsent" otherwise. What can't be taken back exactly is left out of a new copy
+    /// of the document.
     CollaborationEngine::OperationExecutor& getExecutor();
 
     /// An operation that undoes an own one, brought past all that came later, own and others': to be executed next, as
@@ -88,10 +102,11 @@ public:
     CollaborationEngine::OperationUPtr makeUndo(CollaborationEngine::Operation::Id operationID);
 
     /// Called when the document was replaced by an equal one, or one without an operation that failed: whoever keeps
-    /// something about it looks again.
+    /// something about it looks again. No notification tells of the way from the one to the other. It must neither
+    /// throw nor call what changes the client.
     void setOnDocumentReplaced(std::function<void()> onDocumentReplaced)
     {
-        _onDocumentReplaced = std::move(onDocumentReplaced);
+        _replica.setOnDocumentReplaced(std::move(onDocumentReplaced));
     }
 
     /// Whether neighbouring keystrokes go to the server, and into the history, as one operation; they do unless this is
@@ -105,6 +120,12 @@ public:
     Revision getRevision() const
     {
         return _revision;
+    }
+
+    /// How many entries of the history are kept: never more than twice the checkpoint interval behind a `receive`.
+    std::size_t getKeptEntriesCount() const
+    {
+        return _entriesSinceCheckpoint.size();
     }
 
     /// How many own operations aren't in the history yet.
@@ -124,6 +145,12 @@ public:
     boost::optional<ClientBatch> takeBatch();
 
     /// Takes in what the server told, in its order. What this costs is paid once for all messages of a call.
+    /// Fails: `InvalidMessageError` for a message with an empty entry; nothing has happened then. For what the server
+    /// of this document can't have told next: "isUnderWay" for an own operation that wasn't sent, "isAsItHappened" or
+    /// the failure of an executor for an entry that doesn't fit. With what an observer throws at an entry; what it
+    /// throws at a pending operation that is executed again refuses that. All is then as it was before the first
+    /// message that was more than a selection or the confirmation of an own operation (`getRevision` tells how far that
+    /// is): the document, the pending operations, selections and refusals.
     void receive(std::span<const ServerMessage> messages);
 
     /// The connection broke, and a new one is there: after the server's `reconnect` with `getRevision()` and its
@@ -151,7 +178,9 @@ public:
 private:
     class LocalExecutor;
     class Rebase;
+    class Savepoint;
 
+    void takeIn(std::span<const ServerMessage> messages, boost::optional<Savepoint>& savepoint);
     bool executeOwn(CollaborationEngine::Operation& operation, CollaborationEngine::OperationUPtr& changedOp);
     void reverseOwn(const CollaborationEngine::Operation& operation);
     void composeTyping();
@@ -161,7 +190,9 @@ private:
     void refuse(const CollaborationEngine::Operation& operation, const std::string& reason);
     void forgetUndoing(const CollaborationEngine::Operation& operation);
     void restoreDocument(std::span<const CollaborationEngine::OperationUPtr> pending);
+    std::vector<const CollaborationEngine::Operation*> getOldestEntries(std::size_t count) const;
     void takeCheckpointIfDue();
+    void forgetOldestEntries(std::size_t count);
     void includeInAll(const CollaborationEngine::Operation& operation);
     void excludeFromAll(const CollaborationEngine::Operation& operation);
 
@@ -182,6 +213,7 @@ private:
     /// A document of some revision, and what happened since: where to begin again when an operation fails.
     std::shared_ptr<const DOM::Document> _checkpoint;
     std::vector<HistoryEntryPtr> _entriesSinceCheckpoint;
+    Revision _checkpointInterval;
     /// What was undone, and the id of what undid it.
     std::map<CollaborationEngine::Operation::Id, CollaborationEngine::Operation::Id> _undoings;
     Selections _selections;
@@ -190,7 +222,6 @@ private:
     bool _isSelectionNew = false;
     bool _composesTyping = true;
     std::vector<Refusal> _refusals;
-    std::function<void()> _onDocumentReplaced;
     Statistics _statistics;
 };
 

@@ -8,7 +8,10 @@
 
 #include "Util_Export.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace Zem::CollaborationSession
 {
@@ -59,8 +62,22 @@ public:
     /// Fails: "isAsItHappened" when this document makes something else of it: the two weren't equal.
     void executeAgain(const CollaborationEngine::Operation& operation);
 
-    /// Takes a copy of another document in place of what is there. No observer is told.
-    void replaceDocument(const DOM::Document& document);
+    /// A copy of `document` behind `operations`, which tell what happened in it. Nobody is told of the way there.
+    /// Fails: as `executeAgain`.
+    static DOM::Document replay(DocumentKind kind, const DOM::Document& document,
+                                const std::vector<const CollaborationEngine::Operation*>& operations);
+
+    /// Takes what `replay` gives in place of the document. Observers of notifications aren't told how it came about:
+    /// they know another document. `setOnDocumentReplaced` is their way to learn of it, once the new one is there.
+    /// Fails: as `executeAgain`; the document is as it was then, and nobody is told.
+    void replaceDocument(const DOM::Document& document,
+                         const std::vector<const CollaborationEngine::Operation*>& operations);
+
+    /// `onDocumentReplaced` is called behind each replacement. It must neither throw nor change the document.
+    void setOnDocumentReplaced(std::function<void()> onDocumentReplaced)
+    {
+        _onDocumentReplaced = std::move(onDocumentReplaced);
+    }
 
 private:
     DocumentKind _kind;
@@ -69,6 +86,7 @@ private:
     std::shared_ptr<CollaborationEngine::BaseOperationTransformer> _transformer;
     std::shared_ptr<ObserverFanOut> _notifications;
     std::unique_ptr<DOMCollaboration::DocumentOperationExecutor> _executor;
+    std::function<void()> _onDocumentReplaced;
 };
 
 } // namespace Zem::CollaborationSession

@@ -36,7 +36,8 @@ public:
 class ZEM_EXPORT Server
 {
 public:
-    /// Takes a message to a client, in the order of the calls. It must not call the server.
+    /// Takes a message to a client, in the order of the calls. It must not call the server. One that throws is a
+    /// connection that broke: the exception goes no further, and the server goes on as behind `disconnect`.
     using Outbox = std::function<void(const ServerMessage&)>;
 
     /// How many operations run before the server takes a new copy of the document, from which clients join and to which
@@ -69,7 +70,9 @@ public:
     /// the batch go on without it. Operations that arrived before are passed over.
     /// Fails: `InvalidBatchError` for an unknown client, a base that the client can't have, a number that leaves a gap,
     /// and a null operation; nothing has happened then.
-    /// Cost: of a transformation for each pair of an operation and what happened since the base; and the execution.
+    /// Cost: of a transformation for each pair of an operation and what happened since the base; and the execution. An
+    /// operation that fails costs two copies of the document, and however many fail, no entry of the history is
+    /// executed again more than once.
     void receive(ClientID client, const ClientBatch& batch);
 
     const DOM::Document& getDocument() const
@@ -77,9 +80,18 @@ public:
         return _replica.getDocument();
     }
 
-    Replica& getReplica()
+    /// Tells of every change of the document, but for a replacement of the whole (`setOnDocumentReplaced`). What an
+    /// observer throws is a failure of the operation.
+    ObserverFanOut& getNotifications()
     {
-        return _replica;
+        return _replica.getNotifications();
+    }
+
+    /// Called when the document was replaced by one without an operation that failed: whoever keeps something about it
+    /// looks again. It must not throw.
+    void setOnDocumentReplaced(std::function<void()> onDocumentReplaced)
+    {
+        _replica.setOnDocumentReplaced(std::move(onDocumentReplaced));
     }
 
     Revision getRevision() const
@@ -118,8 +130,12 @@ private:
 
     ConnectedClient& findClient(ClientID client);
     void requireValid(const ConnectedClient& client, const ClientBatch& batch) const;
+    static void send(ConnectedClient& client, const ServerMessage& message);
     void sendToAll(const ServerMessage& message);
     bool takeIn(ClientID author, unsigned long number, const CollaborationEngine::Operation& operation, Bridge& bridge);
+    CollaborationEngine::OperationUPtr execute(ClientID author, unsigned long number,
+                                               const CollaborationEngine::Operation& original,
+                                               CollaborationEngine::OperationUPtr planned, Bridge& bridge);
     bool reject(ClientID author, unsigned long number, const std::string& reason);
     void append(ClientID author, unsigned long number, CollaborationEngine::OperationUPtr operation);
     void takeInSelection(ClientID client, const Selection* selection, Bridge& bridge);

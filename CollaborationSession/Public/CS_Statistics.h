@@ -18,6 +18,8 @@ struct Statistics
     unsigned long _shadowedCount = 0;
     /// Operations that failed.
     unsigned long _rejectedCount = 0;
+    /// Operations of the history that were executed again to make a document whose operation had failed.
+    unsigned long _replayedCount = 0;
     /// Seconds.
     double _transformingTime = 0;
     double _reversingTime = 0;

@@ -9,6 +9,7 @@
 
 #include "DOM_CheckInvariants.h"
 #include "DOM_DocumentJson.h"
+#include "TS_TextCase.h"
 #include "TS_TextNotation.h"
 
 #include <gtest/gtest.h>
@@ -26,10 +27,10 @@ namespace Zem::CollaborationSession
 class Participant
 {
 public:
-    explicit Participant(Server& server)
+    explicit Participant(Server& server, Revision checkpointInterval = Client::defaultCheckpointInterval)
         : _server(server)
         , _inbox(std::make_shared<std::deque<ServerMessage>>())
-        , _client(join(server, *this))
+        , _client(join(checkpointInterval))
         , _editor(makeEditor())
     {
         _client->setOnDocumentReplaced(
@@ -110,6 +111,19 @@ public:
         return Selection(DOMCollaboration::SelectionMode::Text, position, position);
     }
 
+    /// Executes an own operation that no editor makes.
+    void execute(CollaborationEngine::Operation& operation)
+    {
+        CollaborationEngine::OperationUPtr changedOp;
+        _client->getExecutor().executeAndChangeIfNeeded(operation, changedOp);
+    }
+
+    /// The document, byte for byte.
+    std::string getJson() const
+    {
+        return DOM::toJson(_client->getDocument());
+    }
+
     /// Hands what there is to send to the server.
     void send()
     {
@@ -168,10 +182,10 @@ private:
         return [inbox](const ServerMessage& message) { inbox->push_back(message); };
     }
 
-    static std::unique_ptr<Client> join(Server& server, Participant& participant)
+    std::unique_ptr<Client> join(Revision checkpointInterval)
     {
-        auto [id, snapshot] = server.join(makeOutbox(participant._inbox));
-        return std::make_unique<Client>(id, snapshot);
+        auto [id, snapshot] = _server.join(makeOutbox(_inbox));
+        return std::make_unique<Client>(id, snapshot, checkpointInterval);
     }
 
     std::unique_ptr<TextEditor> makeEditor()
@@ -200,9 +214,9 @@ public:
         }
     }
 
-    Participant& join()
+    Participant& join(Revision clientCheckpointInterval = Client::defaultCheckpointInterval)
     {
-        _participants.push_back(std::make_unique<Participant>(_server));
+        _participants.push_back(std::make_unique<Participant>(_server, clientCheckpointInterval));
         return *_participants.back();
     }
 
@@ -221,7 +235,8 @@ public:
         return _server;
     }
 
-    /// Lets messages travel until nobody has anything to say, and requires that all documents are equal then.
+    /// Lets messages travel until nobody has anything to say, and requires that all documents are equal then, and that
+    /// each selection is the same at its owner, at the server and at all others.
     void settle()
     {
         for (bool isQuiet = false; !isQuiet;)
@@ -244,6 +259,7 @@ public:
             ASSERT_TRUE(document == _server.getDocument());
             ASSERT_TRUE(!_comparesJson || DOM::toJson(document) == DOM::toJson(_server.getDocument()));
             ASSERT_TRUE(checkInvariants(document).empty());
+            ASSERT_TRUE(getAllSelections(participant->getClient()) == _server.getSelections());
         }
     }
 
@@ -260,7 +276,23 @@ public:
         return document;
     }
 
+    /// An insertion that no document takes: behind its end.
+    static CollaborationEngine::OperationUPtr makeBadOperation()
+    {
+        return TestSupport::insert(1000, "x");
+    }
+
 private:
+    static Selections getAllSelections(const Client& client)
+    {
+        Selections selections = client.getSelections();
+        if (const Selection* own = client.findOwnSelection())
+        {
+            selections.emplace(client.getID(), *own);
+        }
+        return selections;
+    }
+
     Server _server;
     std::vector<std::unique_ptr<Participant>> _participants;
     bool _comparesJson = true;

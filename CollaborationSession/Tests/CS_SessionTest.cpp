@@ -22,17 +22,6 @@ unsigned long getCaret(const Selection& selection)
     return boost::get<NodeAddressing::AddressInList>(selection.getSelectionBegin().getAddress().getItem(1)).getIndex();
 }
 
-/// An insertion that no document takes: behind its end.
-OperationUPtr makeBadOperation()
-{
-    using Insert = ListModificationOperation<InsertTag>;
-    const auto type = static_cast<unsigned long>(DOMCollaboration::OperationDOMNodeType::TextWithTombstones);
-    auto items = std::make_unique<DOMCollaboration::TextWithTombstonesItems>(TestSupport::makeElements("x"));
-    return MultirangeOperationUtils::makeMultirangeOperationFromSingle(
-        Insert(TextEditor::getMainTextAddress(), type, SharedConstPtr<ItemsCollection>(std::move(items)),
-               IndexRange<unsigned long>::fromCount(1000, 1)));
-}
-
 TEST(Session, WhatOneTypesReachesTheOther)
 {
     SessionCase session("{|ab}");
@@ -166,7 +155,7 @@ TEST(Session, OperationThatFitsNoDocumentIsRejectedAndNobodyElseNotices)
 {
     SessionCase session("{|ab}");
     ClientBatch batch;
-    batch._operations.emplace_back(makeBadOperation());
+    batch._operations.emplace_back(SessionCase::makeBadOperation());
     const auto inboxBefore = session[1].getInboxSize();
     std::vector<ServerMessage> told;
     auto [id, snapshot] = session.getServer().join([&](const ServerMessage& message) { told.push_back(message); });
@@ -186,7 +175,7 @@ TEST(Session, AuthorOfARejectedOperationGoesOnWithoutIt)
     SessionCase session("{|ab}");
     session[0].replace(2, 2, "x");
     auto batch = *session[0].getClient().takeBatch();
-    batch._operations.front() = std::shared_ptr<const Operation>(makeBadOperation());
+    batch._operations.front() = std::shared_ptr<const Operation>(SessionCase::makeBadOperation());
     session[0].replace(0, 0, "y");
     session.getServer().receive(1, batch);
     session.settle();
@@ -210,7 +199,7 @@ TEST(Session, SettingBehindARejectedOneOfTheSameAuthorCounts)
     SessionCase session("{|ab}");
     session[0].setRunProperty(0, 2, PropertyId::RunPropertyId, makeSize(10));
     auto batch = *session[0].getClient().takeBatch();
-    batch._operations.back() = std::shared_ptr<const Operation>(makeBadOperation());
+    batch._operations.back() = std::shared_ptr<const Operation>(SessionCase::makeBadOperation());
     session[0].setRunProperty(0, 2, PropertyId::RunPropertyId, makeSize(12));
     session.getServer().receive(1, batch);
     session.settle();
@@ -225,7 +214,7 @@ TEST(Session, RejectionThatWasLostWithTheConnectionIsToldAgain)
     SessionCase session("{|ab}");
     session[0].replace(2, 2, "x");
     auto batch = *session[0].getClient().takeBatch();
-    batch._operations.front() = std::shared_ptr<const Operation>(makeBadOperation());
+    batch._operations.front() = std::shared_ptr<const Operation>(SessionCase::makeBadOperation());
     session.getServer().receive(1, batch);
     session[0].disconnect();
     session[0].reconnect();
@@ -238,7 +227,7 @@ TEST(Session, OwnOperationThatFailsLeavesTheDocumentAsItWas)
 {
     SessionCase session("{|ab}");
     session[0].replace(1, 1, "x");
-    const OperationUPtr operation = makeBadOperation();
+    const OperationUPtr operation = SessionCase::makeBadOperation();
     OperationUPtr changedOp;
     EXPECT_THROW(session[0].getClient().getExecutor().executeAndChangeIfNeeded(*operation, changedOp),
                  AssertionFailure);
