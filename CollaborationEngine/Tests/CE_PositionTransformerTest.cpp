@@ -210,24 +210,30 @@ TEST_F(PositionTransformerTest, PositionFollowsTheElementOnWhichItStands)
         }
         return text;
     };
-    for (const SlotModel& state : makeStates(4, 1))
+    unsigned long casesCount = 0;
+    for (const Family family : {Family::SingleRange, Family::Multirange})
     {
-        for (const OperationUPtr& operation : makeOperations(state, Family::SingleRange, '1', {}))
+        for (const SlotModel& state : makeStates(4, 1))
         {
-            SlotModel after = state;
-            after.apply(*operation);
-            for (unsigned long index = 0; index < 4; ++index)
+            for (const OperationUPtr& operation : makeOperations(state, family, '1', {}))
             {
-                Position position(makePlace(Family::SingleRange, index), false);
-                _transformer.include(*operation, position);
-                const auto expected = items(after).find(items(state)[index]);
-                if (expected != std::string::npos)
+                SlotModel after = state;
+                after.apply(*operation);
+                for (unsigned long index = 0; index < 4; ++index)
                 {
-                    EXPECT_EQ(position.getIndex(), expected) << describe(*operation);
+                    ++casesCount;
+                    Position position(makePlace(family, index), false);
+                    _transformer.include(*operation, position);
+                    const auto expected = items(after).find(items(state)[index]);
+                    if (expected != std::string::npos)
+                    {
+                        EXPECT_EQ(position.getIndex(), expected) << describe(*operation);
+                    }
                 }
             }
         }
     }
+    countCases(casesCount);
 }
 
 TEST(PositionInTree, ChunksBelowATakenBackRowWaitForIt)

@@ -440,14 +440,14 @@ std::vector<const Operation*> Client::getOldestEntries(std::size_t count) const
 void Client::takeCheckpointIfDue()
 {
     const std::size_t count = _entriesSinceCheckpoint.size();
+    const std::size_t passedCount = count - std::min<std::size_t>(count, _checkpointInterval);
     if (_pending.empty() && count >= _checkpointInterval)
     {
         _checkpoint = std::make_shared<const DOM::Document>(_replica.getDocument());
         forgetOldestEntries(count);
     }
-    else if (count > 2 * _checkpointInterval)
+    else if (passedCount > _checkpointInterval)
     {
-        const std::size_t passedCount = count - _checkpointInterval;
         _checkpoint = std::make_shared<const DOM::Document>(
             Replica::replay(_replica.getKind(), *_checkpoint, getOldestEntries(passedCount)));
         forgetOldestEntries(passedCount);

@@ -228,6 +228,20 @@ TEST_F(FailingReceipt, ConfirmationInFrontOfTheFailureStands)
     EXPECT_EQ(_session[0].getClient().getPendingCount(), 0u);
 }
 
+TEST(Client, UndoThatWasRejectedInFrontOfAFailureIsStillTheOnlyOne)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(1, 1, "x");
+    session.settle();
+    const auto typed = session[0].getOperationIDs().front();
+    EXPECT_TRUE(session[0].undo(typed));
+    ASSERT_TRUE(session[0].getClient().takeBatch());
+    const std::vector<ServerMessage> messages{OperationRejected{2, "No."},
+                                              makeEntry(2, 1, SessionCase::makeBadOperation())};
+    EXPECT_ANY_THROW(session[0].getClient().receive(messages));
+    EXPECT_FALSE(session[0].undo(typed));
+}
+
 /// Fails once, at a notification that is counted from 1 on.
 std::shared_ptr<Counter> makeFailingObserver(unsigned long failing)
 {
@@ -359,23 +373,6 @@ TEST_F(EverPending, StillKnowsWhatItUndid)
     typeElsewhere(2 * interval + 1);
     ASSERT_EQ(_client.getClient().getKeptEntriesCount(), interval);
     EXPECT_FALSE(_client.undo(typed));
-}
-
-TEST(Client, ForgetsWhatItUndidWithTheOperation)
-{
-    SessionCase session("{|ab}", 1);
-    Participant& client = session.join(4);
-    client.replace(1, 1, "x");
-    EXPECT_TRUE(client.undo(client.getOperationIDs().front()));
-    session.settle();
-    EXPECT_EQ(client.getText(), "ab");
-    for (int round = 0; round < 8; ++round)
-    {
-        session[0].replace(0, 0, "y");
-        session.settle();
-    }
-    EXPECT_FALSE(client.undo(client.getOperationIDs().front()));
-    EXPECT_LE(client.getClient().getKeptEntriesCount(), 4u);
 }
 
 } // namespace

@@ -169,6 +169,7 @@ TEST(Server, RejectionThatAThrowingOutboxLostIsToldWhenItsClientComesBack)
     ClientBatch batch;
     batch._operations.emplace_back(SessionCase::makeBadOperation());
     ASSERT_NO_THROW(session.getServer().receive(listener.getID(), batch));
+    ASSERT_NO_THROW(listener.reconnect(0));
     listener._isBroken = false;
     listener.reconnect(0);
     ASSERT_EQ(listener._told.size(), 1u);
