@@ -46,9 +46,7 @@ bool executeStably(OperationExecutor& executor, Operation& operation, OperationU
         }
         changedOp = std::move(changedAgain);
     }
-    const bool isStable = false;
-    ZEM_ASSERT(isStable);
-    return true;
+    ZEM_FAIL("isStable");
 }
 
 } // namespace Zem::CollaborationSession
