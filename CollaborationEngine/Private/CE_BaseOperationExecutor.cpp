@@ -11,6 +11,39 @@
 namespace Zem::CollaborationEngine
 {
 
+namespace
+{
+
+std::vector<OperationUPtr> takePlainApart(OperationUPtr operation)
+{
+    auto* composite = cast<CompositeOperation>(operation.get());
+    if (composite && !composite->bringsShadowedAlong())
+    {
+        return std::move(composite->getParts());
+    }
+    std::vector<OperationUPtr> parts;
+    parts.push_back(std::move(operation));
+    return parts;
+}
+
+/// What became of `planned`, with the way that leads on to it.
+ChangeOfRestoring makeChange(const CompositeOperation& planned, std::vector<OperationUPtr> changes)
+{
+    if (planned.getKind() == CompositeKind::Restoring)
+    {
+        return {cloneOperation(planned), makeOperationFromParts(std::move(changes))};
+    }
+    ChangeOfRestoring change = planned.getChange();
+    if (change.isKnown())
+    {
+        changes.insert(changes.begin(), std::move(change._way));
+        change._way = makeOperationFromParts(std::move(changes));
+    }
+    return change;
+}
+
+} // namespace
+
 OperationExecutor::~OperationExecutor() = default;
 
 AtomicOperationExecutor::~AtomicOperationExecutor() = default;
@@ -74,21 +107,6 @@ bool BaseOperationExecutor::run(Operation& operation, OperationUPtr& changedOp)
         [](EmptyOperation&) { return false; }, [](ShadowedOperation&) { return false; });
 }
 
-/// Even a restoring that brings nothing along any more tells that something was changed.
-OperationUPtr BaseOperationExecutor::makeChangedRestoring(OperationUPtr whatHappened)
-{
-    std::vector<OperationUPtr> parts;
-    if (auto* composite = cast<CompositeOperation>(whatHappened.get()); composite && !composite->bringsShadowedAlong())
-    {
-        parts = std::move(composite->getParts());
-    }
-    else
-    {
-        parts.push_back(std::move(whatHappened));
-    }
-    return std::make_unique<CompositeOperation>(std::move(parts), CompositeKind::ChangedRestoring);
-}
-
 bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPtr& changedOp)
 {
     bool isChanged = false;
@@ -107,6 +125,12 @@ bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPt
             changes.push_back(makeReversal(planned));
             changes.push_back(cloneOperation(*changedPart));
         }
+        if (followed && composite.bringsShadowedAlong() && cast<ShadowedOperation>(followed.get()) &&
+            !cast<ShadowedOperation>(part.get()))
+        {
+            // What was to end the shadow didn't happen. The operation waits on where it always stood.
+            followed = std::make_unique<EmptyOperation>();
+        }
         happened.push_back(changedPart ? std::move(changedPart) : std::move(followed));
     }
     if (!isChanged)
@@ -123,7 +147,9 @@ bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPt
     OperationUPtr whatHappened = makeOperationFromParts(std::move(happened));
     if (composite.bringsShadowedAlong() && !cast<EmptyOperation>(whatHappened.get()))
     {
-        whatHappened = makeChangedRestoring(std::move(whatHappened));
+        // Even a restoring that brings nothing along any more tells that something was changed.
+        whatHappened = std::make_unique<CompositeOperation>(takePlainApart(std::move(whatHappened)),
+                                                            makeChange(composite, std::move(changes)));
     }
     changedOp = std::move(whatHappened);
     changedOp->inheritIDIfPossibleImpl(composite);

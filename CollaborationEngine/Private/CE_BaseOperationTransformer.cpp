@@ -19,8 +19,8 @@ OperationUPtr BaseOperationTransformer::include(const Operation& first, const Op
     OperationUPtr result;
     if (getIf<CompositeOperation>(first) || getIf<CompositeOperation>(second))
     {
-        Crossing::Parts firstParts = Crossing::takeParts(first);
-        Crossing::Parts secondParts = Crossing::takeParts(second);
+        Crossing::Parts firstParts = takeParts(first);
+        Crossing::Parts secondParts = takeParts(second);
         crossing.cross(firstParts, secondParts, tieResolveCondition, false);
         result = makeOperationFromParts(std::move(firstParts));
     }

@@ -1,178 +1,16 @@
 #include "CE_Crossing.h"
 
-#include "CE_InverseOperation.h"
+#include "CE_DropTwins.h"
 #include "CE_NodeOperands.h"
 #include "CE_OperationKinds.h"
+#include "CE_UnitFrame.h"
 
 #include "Util_Cast.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace Zem::CollaborationEngine
 {
-
-namespace
-{
-
-using Parts = Crossing::Parts;
-
-void appendMoved(Parts& target, Parts& source)
-{
-    std::move(source.begin(), source.end(), std::back_inserter(target));
-}
-
-CompositeKind getKind(const Operation& operation)
-{
-    const auto* composite = getIf<CompositeOperation>(operation);
-    return composite ? composite->getKind() : CompositeKind::Plain;
-}
-
-bool isUnit(const Operation& operation)
-{
-    return getKind(operation) != CompositeKind::Plain;
-}
-
-/// Takes apart plain composites, whatever their nesting, with a stack of its own.
-template<class Consume>
-void forEachPart(const Operation& operation, const Consume& consume)
-{
-    std::vector<const Operation*> pending{&operation};
-    while (!pending.empty())
-    {
-        const Operation* next = pending.back();
-        pending.pop_back();
-        const auto* composite = getIf<CompositeOperation>(*next);
-        if (composite && !composite->bringsShadowedAlong())
-        {
-            const Parts& parts = composite->getParts();
-            for (auto part = parts.rbegin(); part != parts.rend(); ++part)
-            {
-                pending.push_back(part->get());
-            }
-        }
-        else if (!getIf<EmptyOperation>(*next))
-        {
-            consume(*next);
-        }
-    }
-}
-
-/// The parts of a single result, which is handed over.
-Parts splitResult(OperationUPtr result)
-{
-    auto* composite = getIf<CompositeOperation>(*result);
-    if (composite && !composite->bringsShadowedAlong())
-    {
-        return std::move(composite->getParts());
-    }
-    Parts parts;
-    if (!getIf<EmptyOperation>(*result))
-    {
-        parts.push_back(std::move(result));
-    }
-    return parts;
-}
-
-/// The parts inside a unit; of any other operation, itself.
-Parts takeUnitApart(Parts parts)
-{
-    if (parts.size() == 1 && isUnit(*parts.front()))
-    {
-        return std::move(cast<CompositeOperation>(*parts.front()).getParts());
-    }
-    return parts;
-}
-
-/// The operation itself, or the first part of it; of a shadowed one, the original.
-const HierarchicalOperation& getFirstSingle(const Operation& operation)
-{
-    const auto* composite = getIf<CompositeOperation>(operation);
-    return composite ? getFirstSingle(*composite->getParts().front()) : makeNodeOperand(operation)._operation;
-}
-
-/// Takes units apart, too.
-void appendSingles(OperationUPtr operation, Parts& singles)
-{
-    if (auto* composite = getIf<CompositeOperation>(*operation))
-    {
-        for (OperationUPtr& part : composite->getParts())
-        {
-            appendSingles(std::move(part), singles);
-        }
-    }
-    else if (!getIf<EmptyOperation>(*operation))
-    {
-        singles.push_back(std::move(operation));
-    }
-}
-
-Parts shadowForGood(const Parts& parts)
-{
-    Parts shadowed;
-    for (const OperationUPtr& part : parts)
-    {
-        std::unique_ptr<AtomicOperation> original;
-        getFirstSingle(*part).cloneTo(original);
-        shadowed.push_back(std::make_unique<ShadowedOperation>(std::move(original)));
-        shadowed.back()->inheritIDIfPossibleImpl(*part);
-    }
-    return shadowed;
-}
-
-Parts makeReversals(const Parts& parts)
-{
-    Parts reversals;
-    for (const OperationUPtr& part : parts)
-    {
-        appendSingles(makeReversal(*part), reversals);
-    }
-    return reversals;
-}
-
-/// What holds the parts of a unit together.
-class UnitFrame
-{
-public:
-    explicit UnitFrame(const Operation& operation)
-        : _kind(getKind(operation))
-    {
-        _id.inheritIDIfPossibleImpl(operation);
-    }
-
-    bool isUnit() const
-    {
-        return _kind != CompositeKind::Plain;
-    }
-
-    /// Makes the parts one unit again, if they were one.
-    Parts putAround(Parts parts) const
-    {
-        const std::size_t smallestUnit = _kind == CompositeKind::ChangedRestoring ? 1 : 2;
-        if (!isUnit() || parts.size() < smallestUnit)
-        {
-            return parts;
-        }
-        auto unit = std::make_unique<CompositeOperation>(std::move(parts), _kind);
-        unit->inheritIDIfPossibleImpl(_id);
-        Parts result;
-        result.push_back(std::move(unit));
-        return result;
-    }
-
-private:
-    CompositeKind _kind;
-    EmptyOperation _id;
-};
-
-} // namespace
-
-Parts Crossing::takeParts(const Operation& operation)
-{
-    Parts parts;
-    forEachPart(operation, [&](const Operation& part) { parts.push_back(cloneOperation(part)); });
-    return parts;
-}
 
 void Crossing::cross(Parts& first, Parts& second, TieResolveCondition tieResolveCondition, bool isSecondNeeded) const
 {
@@ -220,9 +58,12 @@ void Crossing::crossCell(Parts& first, Parts& second, TieResolveCondition tieRes
         return;
     }
     OperationUPtr firstResult = includeSingle(*first.front(), *second.front(), tieResolveCondition);
+    firstResult->inheritIDIfPossibleImpl(*first.front());
     if (isSecondNeeded)
     {
-        second = splitResult(includeSingle(*second.front(), *first.front(), getOpposite(tieResolveCondition)));
+        OperationUPtr secondResult = includeSingle(*second.front(), *first.front(), getOpposite(tieResolveCondition));
+        secondResult->inheritIDIfPossibleImpl(*second.front());
+        second = splitResult(std::move(secondResult));
     }
     first = splitResult(std::move(firstResult));
 }
@@ -234,8 +75,10 @@ void Crossing::crossUnits(Parts& first, Parts& second, TieResolveCondition tieRe
     {
         return;
     }
-    const UnitFrame firstFrame(*first.front());
-    const UnitFrame secondFrame(*second.front());
+    UnitFrame firstFrame(*first.front());
+    UnitFrame secondFrame(*second.front());
+    firstFrame.crossChange(*second.front(), _transformer, tieResolveCondition);
+    secondFrame.crossChange(*first.front(), _transformer, getOpposite(tieResolveCondition));
     Parts firstParts = takeUnitApart(std::move(first));
     Parts secondParts = takeUnitApart(std::move(second));
     const Parts firstReversals = makeReversals(firstParts);
@@ -247,9 +90,10 @@ void Crossing::crossUnits(Parts& first, Parts& second, TieResolveCondition tieRe
     {
         dropPartsOfRestored(secondParts, firstReversals);
     }
+    dropTwins(firstParts, secondParts);
     cross(firstParts, secondParts, tieResolveCondition, true);
-    first = firstFrame.putAround(std::move(firstParts));
-    second = secondFrame.putAround(std::move(secondParts));
+    first = std::move(firstFrame).putAround(std::move(firstParts));
+    second = std::move(secondFrame).putAround(std::move(secondParts));
 }
 
 /// Drops the parts that a unit brings along for an element that the other side restores, too. Whatever restores the
@@ -289,7 +133,7 @@ bool Crossing::isKilled(const Operation& part, const Operation& reversal) const
 }
 
 /// If `restoring` is a unit whose restoring ends a shadow on `shadowed`, the latter joins it behind those that it
-/// brings along already: it was made after these, and knows them.
+/// brings along already: it was made after these, as they were planned, and knows them.
 bool Crossing::joinRestoring(Parts& restoring, Parts& shadowed, TieResolveCondition tieResolveCondition) const
 {
     const unsigned long deadPlacesCount = countDeadPlaces(*shadowed.front());
@@ -298,36 +142,73 @@ bool Crossing::joinRestoring(Parts& restoring, Parts& shadowed, TieResolveCondit
         return false;
     }
     auto& unit = cast<CompositeOperation>(*restoring.front());
+    ChangeOfRestoring& change = unit.getChange();
+    const std::span<const OperationUPtr> planned = change.isKnown() ? getParts(change._planned) : unit.getParts();
+    boost::optional<Parts> awakened = awaken(*shadowed.front(), planned, getOpposite(tieResolveCondition));
+    if (!awakened)
+    {
+        return false;
+    }
+    if (change.isKnown())
+    {
+        goTheWay(*awakened, change, getOpposite(tieResolveCondition));
+    }
+    else if (unit.getKind() == CompositeKind::ChangedRestoring)
+    {
+        awakened = shadowForGood(*awakened);
+    }
+    for (const OperationUPtr& part : *awakened)
+    {
+        if (isAwakened(*part, deadPlacesCount))
+        {
+            unit.getParts().push_back(cloneOperation(*part));
+        }
+    }
+    shadowed = UnitFrame(*shadowed.front()).putAround(std::move(*awakened));
+    return true;
+}
+
+/// The parts of `shadowed` past those of a restoring that ends a shadow on each; none if it doesn't.
+boost::optional<OperationParts> Crossing::awaken(const Operation& shadowed, std::span<const OperationUPtr> restoring,
+                                        TieResolveCondition tieResolveCondition) const
+{
+    const unsigned long deadPlacesCount = countDeadPlaces(shadowed);
     Parts awakened;
-    for (const OperationUPtr& shadowedPart : takeUnitApart(takeParts(*shadowed.front())))
+    for (const OperationUPtr& shadowedPart : takeUnitApart(takeParts(shadowed)))
     {
         OperationUPtr pastRestoring = cloneOperation(*shadowedPart);
-        for (const OperationUPtr& part : unit.getParts())
+        for (const OperationUPtr& part : restoring)
         {
             if (countDeadPlaces(*pastRestoring) < deadPlacesCount)
             {
                 break;
             }
-            pastRestoring = _transformer.include(*pastRestoring, *part, getOpposite(tieResolveCondition));
+            pastRestoring = _transformer.include(*pastRestoring, *part, tieResolveCondition);
         }
         if (!isAwakened(*pastRestoring, deadPlacesCount))
         {
-            return false;
+            return boost::none;
         }
         Parts parts = splitResult(std::move(pastRestoring));
         appendMoved(awakened, parts);
     }
-    if (unit.getKind() == CompositeKind::ChangedRestoring)
-    {
-        shadowed = shadowForGood(takeUnitApart(std::move(shadowed)));
-        return true;
-    }
+    return awakened;
+}
+
+/// Brings what joins a restoring, as that was planned, to where it has to be behind what happened.
+void Crossing::goTheWay(Parts& awakened, ChangeOfRestoring& change, TieResolveCondition tieResolveCondition) const
+{
+    Parts planned;
+    planned.push_back(std::move(change._planned));
+    planned = takeUnitApart(std::move(planned));
     for (const OperationUPtr& part : awakened)
     {
-        unit.getParts().push_back(cloneOperation(*part));
+        planned.push_back(cloneOperation(*part));
     }
-    shadowed = UnitFrame(*shadowed.front()).putAround(std::move(awakened));
-    return true;
+    Parts way = takeParts(*change._way);
+    cross(awakened, way, tieResolveCondition, true);
+    change = ChangeOfRestoring(std::make_unique<CompositeOperation>(std::move(planned), CompositeKind::Restoring),
+                               makeOperationFromParts(std::move(way)));
 }
 
 OperationUPtr Crossing::includeSingle(const Operation& first, const Operation& second,

@@ -3,8 +3,11 @@
 /// How composite operations are brought past each other.
 
 #include "CE_BaseOperationTransformer.h"
+#include "CE_OperationParts.h"
 
-#include <vector>
+#include <boost/optional.hpp>
+
+#include <span>
 
 namespace Zem::CollaborationEngine
 {
@@ -24,15 +27,12 @@ namespace Zem::CollaborationEngine
 class Crossing
 {
 public:
-    using Parts = std::vector<OperationUPtr>;
+    using Parts = OperationParts;
 
     explicit Crossing(const BaseOperationTransformer& transformer)
         : _transformer(transformer)
     {
     }
-
-    /// Copies of the parts of an operation, without empty ones.
-    static Parts takeParts(const Operation& operation);
 
     /// Brings `first` past `second`, and `second` past `first` if `isSecondNeeded`; otherwise that is left in no
     /// particular state.
@@ -49,6 +49,9 @@ private:
     void dropPartsOfRestored(Parts& unit, const Parts& reversals) const;
     bool isKilled(const Operation& part, const Operation& reversal) const;
     bool joinRestoring(Parts& restoring, Parts& shadowed, TieResolveCondition tieResolveCondition) const;
+    boost::optional<Parts> awaken(const Operation& shadowed, std::span<const OperationUPtr> restoring,
+                                  TieResolveCondition tieResolveCondition) const;
+    void goTheWay(Parts& awakened, ChangeOfRestoring& change, TieResolveCondition tieResolveCondition) const;
 
     const BaseOperationTransformer& _transformer;
 };

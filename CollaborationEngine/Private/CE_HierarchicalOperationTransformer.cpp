@@ -41,25 +41,37 @@ void eraseDeadPlace(std::vector<DeadPlace>& deadPlaces, const DeadPlace& cameBac
     std::erase_if(deadPlaces, [&](const DeadPlace& deadPlace) { return isSamePlace(deadPlace, cameBack); });
 }
 
-/// Whether `second` lies in something dead in which `first` doesn't lie, though the address of the former begins that
-/// of the latter: a map has another value under the key now.
-bool isInFormerValue(const NodeOperand& first, const NodeOperand& second)
+bool hasPlace(const NodeOperand& operand, const DeadPlace& place)
 {
-    if (!second._shadows)
+    return operand._shadows && std::any_of(operand._shadows->_deadPlaces.begin(), operand._shadows->_deadPlaces.end(),
+                                           [&](const DeadPlace& ownPlace) { return isSamePlace(ownPlace, place); });
+}
+
+/// Whether one of the first `chunksCount` chunks of the address of `operand` names something dead in which `other`
+/// doesn't lie.
+bool isInSomethingDeadWithout(const NodeOperand& operand, const NodeOperand& other, unsigned long chunksCount)
+{
+    return operand._shadows && std::any_of(operand._shadows->_deadPlaces.begin(), operand._shadows->_deadPlaces.end(),
+                                           [&](const DeadPlace& place)
+                                           { return place._chunkIndex < chunksCount && !hasPlace(other, place); });
+}
+
+/// Whether a map has another value under the key now than the one in which one of the two operands lies, and the other
+/// one lies in that, though the address of `second` begins that of `first`.
+bool areInDifferentValues(const NodeOperand& first, const NodeOperand& second)
+{
+    const unsigned long sharedChunksCount = second._operation.getNodeAddress().getSize();
+    return isInSomethingDeadWithout(first, second, sharedChunksCount) ||
+           isInSomethingDeadWithout(second, first, sharedChunksCount);
+}
+
+/// What is dead already can't die again: what is removed now is another value under the same key.
+void addDeadPlace(std::vector<DeadPlace>& deadPlaces, const DeadPlace& place)
+{
+    if (std::find(deadPlaces.begin(), deadPlaces.end(), place) == deadPlaces.end())
     {
-        return false;
+        deadPlaces.push_back(place);
     }
-    const auto isAroundFirst = [&](const DeadPlace& deadPlace)
-    {
-        return first._shadows &&
-               std::any_of(first._shadows->_deadPlaces.begin(), first._shadows->_deadPlaces.end(),
-                           [&](const DeadPlace& firstPlace) { return isSamePlace(firstPlace, deadPlace); });
-    };
-    return std::any_of(second._shadows->_deadPlaces.begin(), second._shadows->_deadPlaces.end(),
-                       [&](const DeadPlace& deadPlace) {
-                           return deadPlace._chunkIndex < second._operation.getNodeAddress().getSize() &&
-                                  !isAroundFirst(deadPlace);
-                       });
 }
 
 } // namespace
@@ -128,6 +140,8 @@ OperationUPtr HierarchicalOperationTransformer::bringAlong(OperationUPtr restori
     {
         return restoring;
     }
+    restoring->inheritIDIfPossibleImpl(first._operation);
+    broughtAlong->inheritIDIfPossibleImpl(second._operation);
     std::vector<OperationUPtr> parts;
     parts.push_back(std::move(restoring));
     parts.push_back(std::move(broughtAlong));
@@ -143,7 +157,7 @@ OperationUPtr HierarchicalOperationTransformer::includeOperand(const NodeOperand
     const OperationNodeAddress& firstAddress = first._operation.getNodeAddress();
     const OperationNodeAddress& secondAddress = second._operation.getNodeAddress();
     if (isShadowedForGood(first) || isShadowedForGood(second) || !secondAddress.isPrefixOf(firstAddress) ||
-        isInFormerValue(first, second))
+        areInDifferentValues(first, second))
     {
         return cloneOperand(first);
     }
@@ -193,7 +207,7 @@ OperationUPtr HierarchicalOperationTransformer::includeAncestor(const NodeOperan
     case AddressChange::Kind::Follows:
         break;
     case AddressChange::Kind::Dies:
-        shadows._deadPlaces.push_back(derefPtr(change._deadPlace));
+        addDeadPlace(shadows._deadPlaces, derefPtr(change._deadPlace));
         break;
     case AddressChange::Kind::ComesBack:
         eraseDeadPlace(shadows._deadPlaces, derefPtr(change._deadPlace));

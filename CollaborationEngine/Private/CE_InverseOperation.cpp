@@ -1,10 +1,9 @@
 #include "CE_InverseOperation.h"
 
 #include "CE_BaseOperationTransformer.h"
+#include "CE_Keys.h"
 #include "CE_ListAddresses.h"
 #include "CE_ListSlots.h"
-#include "CE_MapOperation.h"
-#include "CE_NodeOperands.h"
 #include "CE_OperationKinds.h"
 #include "CE_SetPropertyOperation.h"
 #include "CE_TableSlots.h"
@@ -18,9 +17,6 @@ namespace Zem::CollaborationEngine
 
 namespace
 {
-
-using MapInsert = MapInsertOrRemoveOperation<MapInsertTag>;
-using MapRemove = MapInsertOrRemoveOperation<MapRemoveTag>;
 
 /// What becomes of inserted elements when the insertion is inverted.
 enum class InsertedElements

@@ -9,8 +9,6 @@ namespace
 {
 
 using NodeAddressing::AddressInMap;
-using MapInsert = MapInsertOrRemoveOperation<MapInsertTag>;
-using MapRemove = MapInsertOrRemoveOperation<MapRemoveTag>;
 
 AddressChange changeEntry(AddressChange::Kind kind, unsigned long chunkIndex, const SharedConstPtr<DataValue>& value)
 {

@@ -108,7 +108,7 @@ bool takeInNext(Operation& operation, Operation& next)
            visitWith<bool>(*multirange, [&](auto& single) { return takeIn(single, *nextMultirange); });
 }
 
-OperationUPtr mergeParts(CompositeOperation& composite, bool keepsPieceBorders)
+OperationUPtr mergeParts(OperationUPtr operation, CompositeOperation& composite, bool keepsPieceBorders)
 {
     std::vector<OperationUPtr> merged;
     for (OperationUPtr& part : composite.getParts())
@@ -122,9 +122,12 @@ OperationUPtr mergeParts(CompositeOperation& composite, bool keepsPieceBorders)
     {
         part = mergeOperations(std::move(part), keepsPieceBorders);
     }
-    OperationUPtr result = merged.size() > 1
-                               ? std::make_unique<CompositeOperation>(std::move(merged), composite.getKind())
-                               : makeOperationFromParts(std::move(merged));
+    if (merged.size() > 1 || composite.getKind() == CompositeKind::ChangedRestoring)
+    {
+        composite.getParts() = std::move(merged);
+        return operation;
+    }
+    OperationUPtr result = makeOperationFromParts(std::move(merged));
     result->inheritIDIfPossibleImpl(composite);
     return result;
 }
@@ -142,7 +145,7 @@ OperationUPtr mergeOperations(OperationUPtr operation, bool keepsPieceBorders)
         const auto isMultirange = [](const OperationUPtr& part) { return getIfMultirange(*part) != nullptr; };
         if (std::any_of(composite->getParts().begin(), composite->getParts().end(), isMultirange))
         {
-            return mergeParts(*composite, keepsPieceBorders);
+            return mergeParts(std::move(operation), *composite, keepsPieceBorders);
         }
     }
     return operation;

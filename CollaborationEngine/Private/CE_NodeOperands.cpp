@@ -59,6 +59,13 @@ OperationUPtr cloneWithoutShadowsAbove(const NodeOperand& operand)
     return applyShadows(cloneAtomic(operand._operation), takeOwnShadows(operand));
 }
 
+OperationUPtr makeNothing(const NodeOperand& operand)
+{
+    auto nothing = std::make_unique<EmptyOperation>();
+    nothing->inheritIDIfPossibleImpl(operand._operation);
+    return nothing;
+}
+
 OperationUPtr addDeadPlaces(OperationUPtr operation, const std::vector<DeadPlace>& deadPlaces)
 {
     if (deadPlaces.empty())

@@ -31,6 +31,9 @@ Shadows takeOwnShadows(const NodeOperand& operand);
 /// A copy of the operand with what lies on it itself, and without the shadows on elements above its node.
 OperationUPtr cloneWithoutShadowsAbove(const NodeOperand& operand);
 
+/// An operation that does nothing, with the id of the operand.
+OperationUPtr makeNothing(const NodeOperand& operand);
+
 /// Lays the dead places on each part of an operation.
 OperationUPtr addDeadPlaces(OperationUPtr operation, const std::vector<DeadPlace>& deadPlaces);
 

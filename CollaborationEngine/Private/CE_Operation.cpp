@@ -51,6 +51,20 @@ OperationUPtr EmptyOperation::getPseudoIdentity(const BaseOperationTransformer&)
     return cloneOperation(*this);
 }
 
+ChangeOfRestoring::ChangeOfRestoring(OperationUPtr planned, OperationUPtr way)
+    : _planned(std::move(planned))
+    , _way(std::move(way))
+{
+    derefPtr(_planned);
+    derefPtr(_way);
+}
+
+ChangeOfRestoring::ChangeOfRestoring(const ChangeOfRestoring& other)
+    : _planned(other.isKnown() ? cloneOperation(*other._planned) : nullptr)
+    , _way(other.isKnown() ? cloneOperation(*other._way) : nullptr)
+{
+}
+
 CompositeOperation::CompositeOperation(std::vector<OperationUPtr> parts, CompositeKind kind)
     : _parts(std::move(parts))
     , _kind(kind)
@@ -61,9 +75,16 @@ CompositeOperation::CompositeOperation(std::vector<OperationUPtr> parts, Composi
     }
 }
 
+CompositeOperation::CompositeOperation(std::vector<OperationUPtr> parts, ChangeOfRestoring change)
+    : CompositeOperation(std::move(parts), CompositeKind::ChangedRestoring)
+{
+    _change = std::move(change);
+}
+
 CompositeOperation::CompositeOperation(const CompositeOperation& other)
     : OperationImpl(other)
     , _kind(other._kind)
+    , _change(other._change)
 {
     _parts.reserve(other._parts.size());
     for (const OperationUPtr& part : other._parts)

@@ -187,9 +187,19 @@ bool haveEqualShadows(const Shadows& first, const Shadows& second)
 
 bool compare(const Operation& first, const Operation& second, CapturedData captured);
 
+/// What was to be counts like what was taken out of a document: it is no effect.
+bool haveEqualChanges(const ChangeOfRestoring& first, const ChangeOfRestoring& second, CapturedData captured)
+{
+    if (captured == CapturedData::IsIgnored || !first.isKnown() || !second.isKnown())
+    {
+        return captured == CapturedData::IsIgnored || first.isKnown() == second.isKnown();
+    }
+    return compare(*first._planned, *second._planned, captured) && compare(*first._way, *second._way, captured);
+}
+
 bool compareParts(const CompositeOperation& first, const CompositeOperation& second, CapturedData captured)
 {
-    return first.getKind() == second.getKind() &&
+    return first.getKind() == second.getKind() && haveEqualChanges(first.getChange(), second.getChange(), captured) &&
            std::equal(first.getParts().begin(), first.getParts().end(), second.getParts().begin(),
                       second.getParts().end(),
                       [captured](const OperationUPtr& left, const OperationUPtr& right)

@@ -1,10 +1,7 @@
 #include "CE_TableSlots.h"
 
-#include "CE_SlotMapping.h"
-
 #include "Util_Visitor.h"
 
-#include <algorithm>
 #include <type_traits>
 
 namespace Zem::CollaborationEngine
@@ -12,10 +9,6 @@ namespace Zem::CollaborationEngine
 
 namespace
 {
-
-using RowOrColumnInsert = TableRowOrColumnListModificationOperation<RowOrColumnInsertOperationTag>;
-using RowOrColumnMark = TableRowOrColumnListModificationOperation<RowOrColumnMarkAsRemovedOperationTag>;
-using RowOrColumnRestore = TableRowOrColumnListModificationOperation<RowOrColumnRestoreOperationTag>;
 
 template<class Result, class... Callables>
 Result visitNested(const NestedTableOperation& nestedOperation, Callables... callables)
@@ -44,14 +37,20 @@ SlotOperation describeMove(const RowOrColumnMoveOperation& move)
     return slots;
 }
 
+/// Whether other deletions hold down what is restored.
+bool isReleasing(const Shadows* shadows)
+{
+    return shadows && shadows->_holdersCount > 0;
+}
+
 SlotOperation describeRestoring(const RowOrColumnRestore& restore, const Shadows* shadows)
 {
-    const bool isHeldDown = shadows && shadows->_holdersCount > 0;
-    SlotOperation slots = makeSlots(isHeldDown ? SlotAction::Releasing : SlotAction::Restoring, restore.getIndex());
-    if (isHeldDown)
+    if (!isReleasing(shadows))
     {
-        slots._pieces.front().setHolds(*shadows);
+        return makeSlots(SlotAction::Restoring, restore.getIndex());
     }
+    SlotOperation slots = makeSlots(SlotAction::Releasing, restore.getIndex());
+    slots._pieces.front().setHolds(*shadows);
     return slots;
 }
 
@@ -62,78 +61,20 @@ SlotOperation describeLeaving(const RowOrColumnLeaveTombstoneOperation& leave)
     return slots;
 }
 
-using Cells = std::vector<CellData>;
-
-Cells::iterator findCell(Cells& cells, unsigned long index)
-{
-    return std::find_if(cells.begin(), cells.end(), [&](const CellData& cell) { return cell.getIndex() == index; });
-}
-
-/// Brings the cells past what happened to the crossing rows or columns. Returns whether anything changed.
-bool followSlots(Cells& cells, const SlotOperation& slots)
-{
-    bool isChanged = false;
-    const auto isDropped = [&](CellData& cell)
-    {
-        const auto index = mapSlot(cell.getIndex(), slots);
-        isChanged |= index != cell.getIndex();
-        cell.setIndex(index.value_or(0));
-        return !index;
-    };
-    cells.erase(std::remove_if(cells.begin(), cells.end(), isDropped), cells.end());
-    if (slots._action == SlotAction::Marking || slots._action == SlotAction::Restoring)
-    {
-        const bool isRemoved = slots._action == SlotAction::Marking;
-        const auto cell = findCell(cells, slots._pieces.front()._begin);
-        if (cell != cells.end() && cell->isRemoved() != isRemoved)
-        {
-            cell->setRemoved(isRemoved);
-            isChanged = true;
-        }
-    }
-    std::stable_sort(cells.begin(), cells.end(),
-                     [](const CellData& left, const CellData& right) { return left.getIndex() < right.getIndex(); });
-    return isChanged;
-}
-
-/// Takes over the cell where the two cross from a row or column that comes in at the same time, if it comes back only
-/// now because both were gone: the row's value stands.
-bool takeOverCrossingCell(Cells& cells, const NestedTableOperation& first, const NestedTableOperation& second,
-                          bool isFirstRow)
-{
-    const SharedConstPtr<RowOrColumn> crossing = getRowOrColumn(second);
-    if (!crossing)
-    {
-        return false;
-    }
-    Cells crossingCells = crossing->getCells();
-    const auto crossingCell = findCell(crossingCells, getIndex(first));
-    const auto cell = findCell(cells, getIndex(second));
-    if (crossingCell == crossingCells.end() || !crossingCell->isRemoved() || (isFirstRow && cell != cells.end()))
-    {
-        return false;
-    }
-    const CellData takenOver(getIndex(second), crossingCell->getData(), false);
-    if (cell != cells.end())
-    {
-        *cell = takenOver;
-        return true;
-    }
-    const auto place =
-        std::find_if(cells.begin(), cells.end(),
-                     [&](const CellData& candidate) { return candidate.getIndex() > takenOver.getIndex(); });
-    cells.insert(place, takenOver);
-    return true;
-}
-
-bool bringsElements(const NestedTableOperation& nestedOperation)
-{
-    return visitNested<bool>(
-        nestedOperation, [](const RowOrColumnInsert&) { return true; }, [](const RowOrColumnRestore&) { return true; },
-        [](const BaseTableRowOrColumnListOperation&) { return false; });
-}
-
 } // namespace
+
+TableAction getTableAction(const NestedTableOperation& nestedOperation, const Shadows* shadows)
+{
+    return visitNested<TableAction>(
+        nestedOperation, [](const RowOrColumnInsert&) { return TableAction::Insertion; },
+        [](const RowOrColumnRemoveOperation&) { return TableAction::Removal; },
+        [](const RowOrColumnMark&) { return TableAction::Marking; },
+        [&](const RowOrColumnRestore&)
+        { return isReleasing(shadows) ? TableAction::Releasing : TableAction::Restoring; },
+        [](const RowOrColumnMoveOperation&) { return TableAction::Move; },
+        [](const RowOrColumnLeaveTombstoneOperation&) { return TableAction::Leaving; },
+        [](const SetRowOrColumnPropertyOperation&) { return TableAction::Setting; });
+}
 
 unsigned long getIndex(const NestedTableOperation& nestedOperation)
 {
@@ -164,6 +105,19 @@ SharedConstPtr<RowOrColumn> getRowOrColumn(const NestedTableOperation& nestedOpe
         [](const BaseTableRowOrColumnListOperation&) -> Result { return nullptr; });
 }
 
+void setRowOrColumn(NestedTableOperation& nestedOperation, const SharedConstPtr<RowOrColumn>& rowOrColumn)
+{
+    boost::apply_visitor(
+        [&](auto& nested)
+        {
+            if constexpr (std::is_base_of_v<TableRowOrColumnDataOperation, std::remove_reference_t<decltype(nested)>>)
+            {
+                nested.setRowOrColumn(rowOrColumn);
+            }
+        },
+        nestedOperation);
+}
+
 NestedTableOperation makeNestedOperation(const SlotOperation& slots, SharedConstPtr<RowOrColumn> rowOrColumn)
 {
     const SlotPiece& piece = slots._pieces.front();
@@ -185,25 +139,6 @@ NestedTableOperation makeNestedOperation(const SlotOperation& slots, SharedConst
                                         static_cast<long>(slots._target) - static_cast<long>(piece._begin));
     }
     ZEM_FAIL("The action isn't one of the matrix.");
-}
-
-SharedConstPtr<RowOrColumn> followCrossing(const NestedTableOperation& first, const NestedTableOperation& second,
-                                           bool isFirstRow)
-{
-    const SharedConstPtr<RowOrColumn> rowOrColumn = getRowOrColumn(first);
-    const auto slots = describeSlots(second, nullptr);
-    if (!rowOrColumn || !slots)
-    {
-        return nullptr;
-    }
-    RowOrColumn followed = *rowOrColumn;
-    bool isChanged = followSlots(followed.getCells(), *slots);
-    const bool restores = boost::get<RowOrColumnRestore>(&first) != nullptr;
-    if (restores && bringsElements(second))
-    {
-        isChanged |= takeOverCrossingCell(followed.getCells(), first, second, isFirstRow);
-    }
-    return isChanged ? makeSharedConst<RowOrColumn>(std::move(followed)) : nullptr;
 }
 
 } // namespace Zem::CollaborationEngine

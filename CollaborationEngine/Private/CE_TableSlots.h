@@ -1,6 +1,6 @@
 #pragma once
 
-/// What an operation on a row or column does to the list of rows or columns, and to what travels the other way.
+/// What an operation on a row or column does to the list of rows or columns, and what travels with it.
 
 #include "CE_Shadows.h"
 #include "CE_Slots.h"
@@ -12,9 +12,27 @@ namespace Zem::CollaborationEngine
 {
 
 using NestedTableOperation = TableRowOperation::NestedOperation;
+using RowOrColumnInsert = TableRowOrColumnListModificationOperation<RowOrColumnInsertOperationTag>;
+using RowOrColumnMark = TableRowOrColumnListModificationOperation<RowOrColumnMarkAsRemovedOperationTag>;
+using RowOrColumnRestore = TableRowOrColumnListModificationOperation<RowOrColumnRestoreOperationTag>;
 
-template<class Tag>
-constexpr DeadPlace::Kind deadPlaceKind = std::is_same_v<Tag, RowTag> ? DeadPlace::Kind::Row : DeadPlace::Kind::Column;
+/// The kinds of operation on a row or column, in the order of the rows and columns of the matrices: those on slots, and
+/// the setting of a property.
+enum class TableAction
+{
+    Insertion,
+    Removal,
+    Marking,
+    Restoring,
+    Leaving,
+    Releasing,
+    Move,
+    Setting
+};
+
+constexpr unsigned long tableActionsCount = slotActionsCount + 1;
+
+TableAction getTableAction(const NestedTableOperation& nestedOperation, const Shadows* shadows);
 
 /// The index that a nested operation names.
 unsigned long getIndex(const NestedTableOperation& nestedOperation);
@@ -26,12 +44,10 @@ boost::optional<SlotOperation> describeSlots(const NestedTableOperation& nestedO
 /// The row or column that travels; null if none does.
 SharedConstPtr<RowOrColumn> getRowOrColumn(const NestedTableOperation& nestedOperation);
 
+/// Does nothing where no row or column can travel.
+void setRowOrColumn(NestedTableOperation& nestedOperation, const SharedConstPtr<RowOrColumn>& rowOrColumn);
+
 /// The nested operation that does `slots`, of one piece, with a row or column where it needs one.
 NestedTableOperation makeNestedOperation(const SlotOperation& slots, SharedConstPtr<RowOrColumn> rowOrColumn);
-
-/// The row or column that `first` carries, as it has to be past `second` on a crossing one; null if it stays as it is.
-/// `isFirstRow` says which of them is the row.
-SharedConstPtr<RowOrColumn> followCrossing(const NestedTableOperation& first, const NestedTableOperation& second,
-                                           bool isFirstRow);
 
 } // namespace Zem::CollaborationEngine

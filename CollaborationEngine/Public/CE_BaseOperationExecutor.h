@@ -51,7 +51,6 @@ public:
 
 private:
     bool run(Operation& operation, OperationUPtr& changedOp);
-    static OperationUPtr makeChangedRestoring(OperationUPtr whatHappened);
     bool runParts(CompositeOperation& composite, OperationUPtr& changedOp);
     OperationUPtr follow(const Operation& part, std::vector<OperationUPtr>& changes) const;
     void takeBack(Operation& operation);

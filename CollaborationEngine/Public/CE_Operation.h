@@ -137,9 +137,33 @@ enum class CompositeKind : unsigned char
     /// One restoring with the operations that had been shadowed until then: first what restores, then these, in their
     /// order. Shadowed operations that came after these know them, and don't meet them again.
     Restoring,
-    /// The same, where the document made something else of what was brought along. Shadowed operations that came after
-    /// these were made for what they were to be: they find no place any more, and are shadowed for good.
+    /// The same, where the document made something else of it. Shadowed operations that came after these were made for
+    /// what they were to be, and go the way from there to what happened; if that isn't known, they find no place any
+    /// more, and are shadowed for good.
     ChangedRestoring
+};
+
+/// What a restoring was to be that the document made something else of.
+struct ZEM_EXPORT ChangeOfRestoring
+{
+    /// One that isn't known.
+    ChangeOfRestoring() = default;
+
+    /// Fails: "plainPtr" when one of them is null.
+    ChangeOfRestoring(OperationUPtr planned, OperationUPtr way);
+    ChangeOfRestoring(const ChangeOfRestoring& other);
+    ChangeOfRestoring(ChangeOfRestoring&&) noexcept = default;
+    ChangeOfRestoring& operator=(ChangeOfRestoring&&) noexcept = default;
+
+    bool isKnown() const
+    {
+        return _planned != nullptr;
+    }
+
+    /// Runs in the state in which what happened ran.
+    OperationUPtr _planned;
+    /// Leads from the state behind what was planned to the one behind what happened. No document executes it.
+    OperationUPtr _way;
 };
 
 /// Several operations in the order in which they run, each in the coordinates that those before it leave. It isn't
@@ -151,6 +175,9 @@ public:
 
     /// Fails: "plainPtr" when a part is null.
     explicit CompositeOperation(std::vector<OperationUPtr> parts, CompositeKind kind = CompositeKind::Plain);
+
+    /// A `ChangedRestoring`, whose parts are what happened. Fails: "plainPtr" when a part is null.
+    CompositeOperation(std::vector<OperationUPtr> parts, ChangeOfRestoring change);
     CompositeOperation(const CompositeOperation& other);
     CompositeOperation(CompositeOperation&&) noexcept = default;
     CompositeOperation& operator=(const CompositeOperation&) = delete;
@@ -176,6 +203,17 @@ public:
         return _kind != CompositeKind::Plain;
     }
 
+    /// Not known unless the operation is a changed restoring.
+    const ChangeOfRestoring& getChange() const
+    {
+        return _change;
+    }
+
+    ChangeOfRestoring& getChange()
+    {
+        return _change;
+    }
+
     OperationUPtr getPseudoIdentity(const BaseOperationTransformer& transformer) const override;
 
     /// Also gives ids to the parts that have none.
@@ -187,6 +225,7 @@ public:
 private:
     std::vector<OperationUPtr> _parts;
     CompositeKind _kind = CompositeKind::Plain;
+    ChangeOfRestoring _change;
 };
 
 /// One operation out of several: an `EmptyOperation` for none, the operation itself for one, else a composite.

@@ -121,6 +121,87 @@ TEST(Crossing, RestoringOfAnotherElementTakesNothingFromAUnit)
     EXPECT_EQ(describe(*transformer->include(*unit, *replica.makeUndoOf(1), late)), describe(*unit));
 }
 
+TEST(Crossing, PartsKeepTheirIds)
+{
+    const auto transformer = makeTreeTransformer();
+    TreeReplica replica;
+    replica.run(markText(listElementAddress(0), 0));
+    std::vector<OperationUPtr> parts;
+    parts.push_back(replica.makeUndoOf(0));
+    parts.push_back(insertText(listElementAddress(1), 0, 900, 8));
+    unsigned long nextID = 7;
+    parts.front()->setIDIfNeeded(nextID);
+    const OperationUPtr result =
+        transformer->include(*transformer->include(CompositeOperation(std::move(parts)),
+                                                   *insertText(listElementAddress(0), 0, 901, 5), late),
+                             *markElement(0), late);
+    const std::vector<OperationUPtr>& pastBoth = cast<CompositeOperation>(*result).getParts();
+    ASSERT_EQ(describe(*result), "[shadowed(/1[0]/2 multi{restore(1,1, 1 items) }, dead at 1); "
+                                 "/1[1]/2 multi{insert(0,1, 1 items) }; ]");
+    EXPECT_EQ(pastBoth.at(0)->getID().value_or(0), 7u);
+    EXPECT_EQ(pastBoth.at(1)->getID().value_or(0), 8u);
+}
+
+/// A row and a column were removed, and then the cell in which they cross was edited by who didn't know that.
+class EditWhereADeadRowAndColumnCross : public testing::Test
+{
+protected:
+    EditWhereADeadRowAndColumnCross()
+    {
+        _replica.run(row(RowMark(0, nullptr)));
+        _replica.run(_replica.pastHistory(column(RowMark(0, nullptr)), 0));
+        _replica.run(_replica.pastHistory(insertText(cellAddress(0, 0), 0, 900, 4), 0));
+    }
+
+    std::string getText() const
+    {
+        return textOf(_replica.getDocument()._table._cells.at({61, 71}));
+    }
+
+    TreeReplica _replica;
+};
+
+TEST_F(EditWhereADeadRowAndColumnCross, ComesBackOnceWithTheLastOfThem)
+{
+    _replica.undo(0);
+    EXPECT_EQ(describe(*_replica.makeUndoOf(1)),
+              "brings[/6 column restore(0, cells 0 1); /6[0,0]/2 multi{insert(0,1, 1 items) }; ]");
+    _replica.undo(1);
+    EXPECT_EQ(getText(), "900 61710 61711 ");
+}
+
+TEST_F(EditWhereADeadRowAndColumnCross, ComesBackOnceIfBothAreUndoneAtOnce)
+{
+    const OperationUPtr columnBack = _replica.makeUndoOf(1);
+    _replica.undo(0);
+    _replica.run(_replica.pastHistory(cloneOperation(*columnBack), 3));
+    EXPECT_EQ(getText(), "900 61710 61711 ");
+}
+
+TEST_F(EditWhereADeadRowAndColumnCross, SeveralComeBackInTheirOrder)
+{
+    _replica.run(_replica.pastHistory(insertText(cellAddress(0, 0), 0, 901, 5), 0));
+    const OperationUPtr rowBack = _replica.makeUndoOf(0);
+    _replica.undo(1);
+    _replica.run(_replica.pastHistory(cloneOperation(*rowBack), 4));
+    EXPECT_EQ(getText(), "900 901 61710 61711 ");
+}
+
+TEST(Crossing, EditBetweenTheRemovalsOfItsRowAndItsColumnComesBackOnceWithTheOneBehind)
+{
+    for (const bool isRowFirst : {true, false})
+    {
+        TreeReplica replica;
+        replica.run(row(RowMark(0, nullptr)));
+        replica.run(replica.pastHistory(insertText(cellAddress(0, 0), 0, 900, 4), 0));
+        replica.run(replica.pastHistory(column(RowMark(0, nullptr)), 0));
+        replica.run(replica.pastHistory(insertText(cellAddress(0, 0), 0, 901, 5), 0));
+        replica.undo(isRowFirst ? 0 : 2);
+        replica.undo(isRowFirst ? 2 : 0);
+        EXPECT_EQ(textOf(replica.getDocument()._table._cells.at({61, 71})), "900 901 61710 61711 ");
+    }
+}
+
 TEST_F(RestoringInsideADeadRow, KeepsItsEditWhenTheRowIsRestoredPastIt)
 {
     EXPECT_EQ(describe(*_replica.makeUndoOf(2)),

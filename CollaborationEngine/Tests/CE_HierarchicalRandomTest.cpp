@@ -230,7 +230,7 @@ TEST_F(HierarchicalRandom, HistoriesKnownToBeHardHold)
     const std::vector<unsigned long> keyWithAFormerValue{328218, 1026211};
     const std::vector<unsigned long> settingOfAWholeText{341450};
     const std::vector<unsigned long> restoringInsideADeadRow{1048282};
-    const std::vector<unsigned long> unitsThatMeet{54379};
+    const std::vector<unsigned long> unitsThatMeet{54379, 220654};
     for (const auto* seeds : {&keyWithAFormerValue, &settingOfAWholeText, &restoringInsideADeadRow, &unitsThatMeet})
     {
         std::for_each(seeds->begin(), seeds->end(), [&](unsigned long seed) { check(seed); });

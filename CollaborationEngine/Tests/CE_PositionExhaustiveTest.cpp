@@ -1,5 +1,6 @@
 // Positions on and in all elements of small lists, maps and tables, across all operations.
 
+#include "Position.h"
 #include "TreeExhaustive.h"
 
 #include "Util_Cast.h"
@@ -11,24 +12,6 @@ namespace Zem::CollaborationEngine::Testing
 
 namespace
 {
-
-class Position final : public NodeAddressWithTransformationData
-{
-public:
-    Position(OperationNodeAddress address, bool sticks)
-        : NodeAddressWithTransformationData(std::move(address))
-        , _sticks(sticks)
-    {
-    }
-
-    bool sticksToPrevious() const override
-    {
-        return _sticks;
-    }
-
-private:
-    bool _sticks;
-};
 
 /// Where each live element of a document stands, by its name, and the ends of all lists and texts.
 class Places

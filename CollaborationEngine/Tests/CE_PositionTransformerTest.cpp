@@ -4,6 +4,7 @@
 #include "CE_ListTransformers.h"
 #include "CasesCount.h"
 #include "OperationNotation.h"
+#include "Position.h"
 #include "SlotCases.h"
 #include "TreeModel.h"
 
@@ -19,30 +20,6 @@ namespace
 
 using NodeAddressing::AddressInList;
 using NodeAddressing::AddressInTable;
-
-/// A position that may stick to the element in front of it.
-class Position final : public NodeAddressWithTransformationData
-{
-public:
-    Position(OperationNodeAddress address, bool sticks)
-        : NodeAddressWithTransformationData(std::move(address))
-        , _sticks(sticks)
-    {
-    }
-
-    bool sticksToPrevious() const override
-    {
-        return _sticks;
-    }
-
-    unsigned long getIndex() const
-    {
-        return derefPtr(getAddress().getItemFromEndAs<AddressInList>(0)).getIndex();
-    }
-
-private:
-    bool _sticks;
-};
 
 OperationNodeAddress makePlace(Family family, unsigned long index)
 {

@@ -155,4 +155,20 @@ TEST(ReinsertedKeys, EditBelowTheNewValueIsNotMovedByOneShadowedOnTheFormerValue
     EXPECT_EQ(textOf(replica.getDocument()._map.at("a")), "3000 901 ");
 }
 
+TEST(ReinsertedKeys, EditShadowedOnTheFormerValueIsNotMovedByThoseBelowTheNewValueAndWakesWithTheFormerOne)
+{
+    TreeReplica replica;
+    replica.run(removeKey("a"));
+    replica.run(insertKey("a", makeElementWithText(300)));
+    replica.run(insertText(mapElementAddress("a"), 0, 901, 5));
+    EXPECT_EQ(describe(*replica.pastHistory(insertText(mapElementAddress("a"), 2, 900, 4), 0)),
+              "shadowed(/4[a]/2 multi{insert(2,1, 1 items) }, dead at 1)");
+    replica.undo(1);
+    EXPECT_EQ(describe(*replica.pastHistory(insertText(mapElementAddress("a"), 2, 900, 4), 0)),
+              "shadowed(/4[a]/2 multi{insert(2,1, 1 items) }, dead at 1)");
+    replica.run(insertKey("a", makeTreeDocument()._map.at("a")));
+    EXPECT_EQ(describe(*replica.pastHistory(insertText(mapElementAddress("a"), 2, 900, 4), 0)),
+              "/4[a]/2 multi{insert(2,1, 1 items) }");
+}
+
 } // namespace Zem::CollaborationEngine::Testing

@@ -71,12 +71,22 @@ OperationUPtr column(TableColumnOperation::NestedOperation nested)
     return std::make_unique<TableColumnOperation>(tableAddress(), CellTableType, std::move(nested));
 }
 
+TreeReplica::TreeReplica()
+    : TreeReplica([](TreeDocument& document) { return std::make_unique<TreeExecutor>(document); })
+{
+}
+
+TreeReplica::TreeReplica(MakeExecutor makeExecutor)
+    : _makeExecutor(std::move(makeExecutor))
+{
+}
+
 void TreeReplica::run(OperationUPtr operation)
 {
-    BaseOperationExecutor executor(std::make_unique<TreeExecutor>(_document), _transformer);
+    BaseOperationExecutor executor(_makeExecutor(_document), _transformer);
     OperationUPtr changedOp;
-    executor.executeAndChangeIfNeeded(*operation, changedOp);
-    _history.push_back(std::move(operation));
+    const bool isChanged = executor.executeAndChangeIfNeeded(*operation, changedOp);
+    _history.push_back(isChanged ? std::move(changedOp) : std::move(operation));
 }
 
 OperationUPtr TreeReplica::pastHistory(OperationUPtr operation, std::size_t begin) const

@@ -4,6 +4,8 @@
 
 #include "TreeModel.h"
 
+#include <functional>
+
 namespace Zem::CollaborationEngine::Testing
 {
 
@@ -29,6 +31,13 @@ OperationUPtr column(TableColumnOperation::NestedOperation nested);
 class TreeReplica
 {
 public:
+    /// Carries out atomic operations on a document.
+    using MakeExecutor = std::function<std::unique_ptr<AtomicOperationExecutor>(TreeDocument&)>;
+
+    TreeReplica();
+    explicit TreeReplica(MakeExecutor makeExecutor);
+
+    /// What happened goes into the history.
     void run(OperationUPtr operation);
 
     /// The operation past the history from `begin` on. It comes late, so that the history wins the ties.
@@ -56,6 +65,7 @@ private:
     std::shared_ptr<HierarchicalOperationTransformer> _transformer = makeTreeTransformer();
     TreeDocument _document = makeTreeDocument();
     std::vector<OperationUPtr> _history;
+    MakeExecutor _makeExecutor;
 };
 
 /// The names in the text of an element, with `dead` for a dead slot.

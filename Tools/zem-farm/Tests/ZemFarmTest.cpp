@@ -1,71 +1,18 @@
 // Runs the program, whose path is in ZEM_FARM, as a user would.
 
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
+#include "TS_RunProgram.h"
 
 namespace
 {
 
-struct Outcome
-{
-    int _exitCode;
-    std::string _output;
-    std::string _errors;
-};
+using Outcome = Zem::TestSupport::ProgramOutcome;
 
-class TheProgram : public testing::Test
+class TheProgram : public Zem::TestSupport::ProgramTest
 {
 protected:
     TheProgram()
-        : _folder(std::filesystem::temp_directory_path() / ("zem-farm-" + std::to_string(getpid())))
+        : ProgramTest(ZEM_FARM)
     {
-        std::filesystem::create_directories(_folder);
-    }
-
-    ~TheProgram() override
-    {
-        std::filesystem::remove_all(_folder);
-    }
-
-    std::string getPath(const std::string& name) const
-    {
-        return (_folder / name).string();
-    }
-
-    std::string write(const std::string& name, const std::string& content) const
-    {
-        std::ofstream(getPath(name), std::ios::binary) << content;
-        return getPath(name);
-    }
-
-    std::string read(const std::string& name) const
-    {
-        std::ifstream file(getPath(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    }
-
-    /// What the program prints, and its exit code; -1 if it crashed.
-    Outcome run(const std::string& arguments) const
-    {
-        const std::string command =
-            std::string(ZEM_FARM) + " " + arguments + " >" + getPath("out") + " 2>" + getPath("errors") + " </dev/null";
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read("out"), read("errors")};
-    }
-
-    /// Expects exit code 2, nothing but one line, and that it is `message`.
-    void expectBad(const std::string& arguments, const std::string& message) const
-    {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(2, outcome._exitCode) << arguments;
-        EXPECT_EQ("zem-farm: " + message + "\n", outcome._errors);
-        EXPECT_EQ("", outcome._output);
     }
 
     /// The count of a line of the table; empty if there is none.
@@ -82,8 +29,6 @@ protected:
     {
         return output.substr(0, output.find("operations per second"));
     }
-
-    std::filesystem::path _folder;
 };
 
 TEST_F(TheProgram, ShowsHelp)
@@ -100,34 +45,34 @@ TEST_F(TheProgram, ShowsHelp)
 
 TEST_F(TheProgram, RefusesOptionsThatItDoesntKnow)
 {
-    expectBad("--shrunk", "there is no option \"--shrunk\"; --help shows those that there are");
-    expectBad("text", "there is no option \"text\"; --help shows those that there are");
-    expectBad("''", "there is no option \"\"; --help shows those that there are");
-    expectBad("--seed", "--seed needs an argument");
-    expectBad("--script", "--script needs an argument");
+    expectRefusal("--shrunk", "there is no option \"--shrunk\"; --help shows those that there are");
+    expectRefusal("text", "there is no option \"text\"; --help shows those that there are");
+    expectRefusal("''", "there is no option \"\"; --help shows those that there are");
+    expectRefusal("--seed", "--seed needs an argument");
+    expectRefusal("--script", "--script needs an argument");
 }
 
 TEST_F(TheProgram, RefusesArgumentsThatDontFit)
 {
-    expectBad("--kind book", "--kind needs text, workbook, presentation or all, not \"book\"");
-    expectBad("--clients 1", "--clients needs a number from 2 to 32, not \"1\"");
-    expectBad("--clients 33", "--clients needs a number from 2 to 32, not \"33\"");
-    expectBad("--clients two", "--clients needs a number from 2 to 32, not \"two\"");
-    expectBad("--operations 0", "--operations needs a number from 1 on, not \"0\"");
-    expectBad("--operations -5", "--operations needs a number from 1 on, not \"-5\"");
-    expectBad("--seed 1x", "--seed needs a number from 0 on, not \"1x\"");
-    expectBad("--seed 99999999999999999999", "--seed needs a number from 0 on, not \"99999999999999999999\"");
-    expectBad("--minutes 0", "--minutes needs a number above 0, up to 1000000, not \"0\"");
-    expectBad("--minutes -1", "--minutes needs a number above 0, up to 1000000, not \"-1\"");
-    expectBad("--minutes 1.2.3", "--minutes needs a number above 0, up to 1000000, not \"1.2.3\"");
-    expectBad("--minutes .", "--minutes needs a number above 0, up to 1000000, not \".\"");
-    expectBad("--minutes 1000001", "--minutes needs a number above 0, up to 1000000, not \"1000001\"");
+    expectRefusal("--kind book", "--kind needs text, workbook, presentation or all, not \"book\"");
+    expectRefusal("--clients 1", "--clients needs a number from 2 to 32, not \"1\"");
+    expectRefusal("--clients 33", "--clients needs a number from 2 to 32, not \"33\"");
+    expectRefusal("--clients two", "--clients needs a number from 2 to 32, not \"two\"");
+    expectRefusal("--operations 0", "--operations needs a number from 1 on, not \"0\"");
+    expectRefusal("--operations -5", "--operations needs a number from 1 on, not \"-5\"");
+    expectRefusal("--seed 1x", "--seed needs a number from 0 on, not \"1x\"");
+    expectRefusal("--seed 99999999999999999999", "--seed needs a number from 0 on, not \"99999999999999999999\"");
+    expectRefusal("--minutes 0", "--minutes needs a number above 0, up to 1000000, not \"0\"");
+    expectRefusal("--minutes -1", "--minutes needs a number above 0, up to 1000000, not \"-1\"");
+    expectRefusal("--minutes 1.2.3", "--minutes needs a number above 0, up to 1000000, not \"1.2.3\"");
+    expectRefusal("--minutes .", "--minutes needs a number above 0, up to 1000000, not \".\"");
+    expectRefusal("--minutes 1000001", "--minutes needs a number above 0, up to 1000000, not \"1000001\"");
 }
 
 TEST_F(TheProgram, RefusesOptionsThatDontGoTogether)
 {
-    expectBad("--operations 5 --minutes 1", "--operations and --minutes don't go together");
-    expectBad("--script x --seed 1", "--script goes with --shrink alone");
+    expectRefusal("--operations 5 --minutes 1", "--operations and --minutes don't go together");
+    expectRefusal("--script x --seed 1", "--script goes with --shrink alone");
 }
 
 TEST_F(TheProgram, PlaysAScript)
@@ -149,18 +94,18 @@ client 1 disconnect
 TEST_F(TheProgram, RefusesAScriptNamingTheLine)
 {
     const std::string file = write("bad", "kind text\nclient 1 join 1\nclient 1 do sing 5\n");
-    expectBad("--script " + file, file + ": line 3: nothing makes operations by the name \"sing\"");
-    expectBad("--shrink --script " + file, file + ": line 3: nothing makes operations by the name \"sing\"");
+    expectRefusal("--script " + file, file + ": line 3: nothing makes operations by the name \"sing\"");
+    expectRefusal("--shrink --script " + file, file + ": line 3: nothing makes operations by the name \"sing\"");
 }
 
 TEST_F(TheProgram, RefusesFilesThatItCantRead)
 {
-    expectBad("--script " + getPath("missing"), getPath("missing") + ": it can't be opened");
-    expectBad("--script " + getPath(""), getPath("") + ": it can't be read");
+    expectRefusal("--script " + getPath("missing"), getPath("missing") + ": it can't be opened");
+    expectRefusal("--script " + getPath(""), getPath("") + ": it can't be read");
     const std::string empty = write("empty", "");
-    expectBad("--script " + empty, empty + ": no line tells the kind of document");
+    expectRefusal("--script " + empty, empty + ": no line tells the kind of document");
     const std::string bytes = write("bytes", std::string("\x01\x02", 2));
-    expectBad("--script " + bytes, bytes + ": line 1: there is no step \"  \"");
+    expectRefusal("--script " + bytes, bytes + ": line 1: there is no step \"  \"");
 }
 
 TEST_F(TheProgram, DoesAShortRunOfEachKind)

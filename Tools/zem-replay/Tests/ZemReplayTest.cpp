@@ -1,65 +1,22 @@
 // Runs the program, whose path is in ZEM_REPLAY, as a user would.
 
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include "TS_RunProgram.h"
+
 #include <zlib.h>
 
-#include <array>
-#include <cstdio>
-#include <filesystem>
 #include <fstream>
-#include <string>
 
 namespace
 {
 
-struct Outcome
-{
-    int _exitCode;
-    std::string _output;
-};
+using Outcome = Zem::TestSupport::ProgramOutcome;
 
-/// What the program prints, on both streams, and its exit code; -1 if it crashed.
-Outcome run(const std::string& arguments)
-{
-    const std::string command = std::string(ZEM_REPLAY) + " " + arguments + " 2>&1 </dev/null";
-    FILE* pipe = popen(command.c_str(), "r");
-    Outcome outcome{-1, ""};
-    std::array<char, 4096> piece;
-    std::size_t count = 0;
-    while ((count = fread(piece.data(), 1, piece.size(), pipe)) > 0)
-    {
-        outcome._output.append(piece.data(), count);
-    }
-    const int status = pclose(pipe);
-    outcome._exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return outcome;
-}
-
-class ZemReplay : public testing::Test
+class ZemReplay : public Zem::TestSupport::ProgramTest
 {
 protected:
     ZemReplay()
-        : _folder(std::filesystem::temp_directory_path() / ("zem-replay-" + std::to_string(getpid())))
+        : ProgramTest(ZEM_REPLAY)
     {
-        std::filesystem::create_directories(_folder);
-    }
-
-    ~ZemReplay() override
-    {
-        std::filesystem::remove_all(_folder);
-    }
-
-    std::string getPath(const std::string& name) const
-    {
-        return (_folder / name).string();
-    }
-
-    std::string write(const std::string& name, const std::string& content) const
-    {
-        std::ofstream(getPath(name), std::ios::binary) << content;
-        return getPath(name);
     }
 
     std::string writeCompressed(const std::string& name, const std::string& content) const
@@ -70,12 +27,10 @@ protected:
         return getPath(name);
     }
 
-    /// Expects exit code 2 and one line: the program's name, the file's, and `message`.
-    static void expectBad(const std::string& path, const std::string& message)
+    /// Expects that the file is refused with its name and `message`.
+    void expectBad(const std::string& path, const std::string& message) const
     {
-        const Outcome outcome = run(path);
-        EXPECT_EQ(2, outcome._exitCode) << message;
-        EXPECT_EQ("zem-replay: " + path + ": " + message + "\n", outcome._output);
+        expectRefusal(path, path + ": " + message);
     }
 
     void expectBadContent(const std::string& content, const std::string& message) const
@@ -83,9 +38,6 @@ protected:
         SCOPED_TRACE(content.substr(0, 200));
         expectBad(write("bad.json", content), message);
     }
-
-private:
-    std::filesystem::path _folder;
 };
 
 const char* const goodTrace = R"({"startContent": "", "endContent": "axd\n\u00e9!",
@@ -113,14 +65,14 @@ TEST_F(ZemReplay, PlaysAFile)
 TEST_F(ZemReplay, PlaysACompressedFile)
 {
     const Outcome outcome = run(writeCompressed("good.json.gz", goodTrace));
-    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    EXPECT_EQ(0, outcome._exitCode) << outcome._errors;
 }
 
 TEST_F(ZemReplay, PlaysWithEveryOption)
 {
     const std::string file = write("good.json", goodTrace);
     const Outcome outcome = run("--reverse --check 1 --repeat 3 " + file + " " + file);
-    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    EXPECT_EQ(0, outcome._exitCode) << outcome._errors;
     EXPECT_NE(std::string::npos, outcome._output.find("back op/s"));
     EXPECT_NE(std::string::npos, outcome._output.find("again op/s"));
 }
@@ -128,7 +80,7 @@ TEST_F(ZemReplay, PlaysWithEveryOption)
 TEST_F(ZemReplay, PlaysWhatItMakesUp)
 {
     const Outcome outcome = run("--reverse --check 100 --patches 3000 --seed 7");
-    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    EXPECT_EQ(0, outcome._exitCode) << outcome._errors;
     EXPECT_NE(std::string::npos, outcome._output.find("seed 7"));
     EXPECT_EQ(0, run("--patches 0")._exitCode);
 }
@@ -138,7 +90,7 @@ TEST_F(ZemReplay, BeginsWithTheStartContent)
     const Outcome outcome = run(
         "--reverse --check 1 " +
         write("start.json", R"({"txns": [{"patches": [[2, 1, ""]]}], "endContent": "a\nc", "startContent": "a\nbc"})"));
-    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    EXPECT_EQ(0, outcome._exitCode) << outcome._errors;
 }
 
 TEST_F(ZemReplay, SaysWhereATextDiffers)
@@ -149,7 +101,8 @@ TEST_F(ZemReplay, SaysWhereATextDiffers)
     EXPECT_EQ("zem-replay: " + file +
                   ": at the end: the text isn't what it is to be: it has 4 characters, not 4, and differs from "
                   "character 3 on\n",
-              outcome._output);
+              outcome._errors);
+    EXPECT_EQ("", outcome._output);
 }
 
 TEST_F(ZemReplay, ShowsHelp)
@@ -164,12 +117,6 @@ TEST_F(ZemReplay, ShowsHelp)
 
 TEST_F(ZemReplay, RefusesOptionsThatItDoesntKnow)
 {
-    const auto expectRefusal = [](const std::string& arguments, const std::string& message)
-    {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(2, outcome._exitCode);
-        EXPECT_EQ("zem-replay: " + message + "\n", outcome._output);
-    };
     expectRefusal("--revers", "there is no option \"--revers\"; --help shows those that there are");
     expectRefusal("--check", "--check needs a number");
     expectRefusal("--check 0", "--check needs a number from 1 on, not \"0\"");
@@ -277,7 +224,7 @@ const char* const concurrentTrace = R"({"kind": "concurrent", "endContent": "x\n
 TEST_F(ZemReplay, PlaysAConcurrentHistory)
 {
     const Outcome outcome = run("--check 1 --repeat 2 --reverse " + write("two.json", concurrentTrace));
-    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    EXPECT_EQ(0, outcome._exitCode) << outcome._errors;
     EXPECT_NE(std::string::npos, outcome._output.find("op/s over all")) << outcome._output;
     EXPECT_NE(std::string::npos, outcome._output.find("every comparison held"));
 }
@@ -285,7 +232,7 @@ TEST_F(ZemReplay, PlaysAConcurrentHistory)
 TEST_F(ZemReplay, PlaysSequentialAndConcurrentHistoriesTogether)
 {
     const Outcome outcome = run(write("two.json", concurrentTrace) + " " + write("one.json", goodTrace));
-    EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+    EXPECT_EQ(0, outcome._exitCode) << outcome._errors;
     EXPECT_NE(std::string::npos, outcome._output.find("median op/s")) << outcome._output;
     EXPECT_NE(std::string::npos, outcome._output.find("op/s over all"));
 }
@@ -300,7 +247,8 @@ TEST_F(ZemReplay, SaysWhereATextOfSeveralUsersDiffers)
     EXPECT_EQ("zem-replay: " + file +
                   ": at the end: the text isn't what it is to be: it has 6 characters, not 6, and differs from "
                   "character 3 on\n",
-              outcome._output);
+              outcome._errors);
+    EXPECT_EQ("", outcome._output);
 }
 
 TEST_F(ZemReplay, PlaysTwoDivergedUsers)
@@ -310,7 +258,7 @@ TEST_F(ZemReplay, PlaysTwoDivergedUsers)
     for (const char* kind : {"spread", "hot"})
     {
         const Outcome outcome = run(write("streams.json", std::string(R"({"kind": ")") + kind + "\", " + streams));
-        EXPECT_EQ(0, outcome._exitCode) << outcome._output;
+        EXPECT_EQ(0, outcome._exitCode) << outcome._errors;
     }
     const std::string wrong = R"({"kind": "spread", "base": "ab\ncd", "a": [[4, 0, "x"]], "b": []})";
     EXPECT_EQ(1, run(write("wrong.json", wrong))._exitCode);
@@ -323,40 +271,40 @@ TEST_F(ZemReplay, RefusesOtherConcurrentHistories)
         return R"({"kind": "concurrent", "endContent": "", "numAgents": )" + agentsCount + R"(, "txns": [)" +
                transactions + "]}";
     };
-    const auto expectRefusal = [&](const std::string& content, const std::string& message)
+    const auto expectBadHistory = [&](const std::string& content, const std::string& message)
     {
         const std::string file = write("bad.json", content);
         const Outcome outcome = run(file);
         EXPECT_EQ(2, outcome._exitCode) << content;
-        EXPECT_NE(std::string::npos, outcome._output.find("zem-replay: " + file + ": ")) << outcome._output;
-        EXPECT_NE(std::string::npos, outcome._output.find(message + "\n")) << outcome._output;
+        EXPECT_NE(std::string::npos, outcome._errors.find("zem-replay: " + file + ": ")) << outcome._errors;
+        EXPECT_NE(std::string::npos, outcome._errors.find(message + "\n")) << outcome._errors;
     };
     const std::string first = R"({"parents": [], "agent": 0, "patches": [[0, 0, "a"]]})";
-    expectRefusal(R"({"kind": "other"})", "byte 16: kind is none that can be played");
-    expectRefusal(R"({"kind": "hot", "kind": "hot"})", "byte 29: kind stands there twice");
-    expectRefusal(R"({"kind": "hot", "base": "", "a": []})", "the file has no \"b\"");
-    expectRefusal(R"({"kind": "hot", "a": [], "b": []})", "the file has no \"base\"");
-    expectRefusal(R"({"kind": "concurrent", "txns": []})", "the file has no \"endContent\"");
-    expectRefusal(R"({"kind": "concurrent", "endContent": "", "txns": []})", "the file has no \"numAgents\"");
-    expectRefusal(R"({"kind": "concurrent", "endContent": "", "numAgents": 2})", "the file has no \"txns\"");
-    expectRefusal(make(R"({"patches": []})"), "the file has transactions without \"parents\" or \"agent\"");
-    expectRefusal(make(R"({"parents": [0], "agent": 0, "patches": []})"),
-                  "txns[0].parents[0] isn't the number of an earlier transaction");
-    expectRefusal(make(R"({"parents": ["0"], "agent": 0, "patches": []})"), "txns[0].parents[0] is a string");
-    expectRefusal(make(R"({"parents": [], "agent": 2, "patches": []})"), "txns[0] is by agent 2, which there isn't");
-    expectRefusal(make(first + R"(, {"parents": [], "agent": 0, "patches": []})"),
-                  "txns[1] doesn't know all that its agent made before");
-    expectRefusal(make(first, "3"), "numAgents is 3; no more than 2 users can be played");
-    expectRefusal(make(R"({"parents": [], "agent": 0, "agent": 0, "patches": []})"),
-                  "txns[0].agent stands there twice");
-    expectRefusal(make(R"({"parents": [], "parents": [], "patches": []})"), "txns[0].parents stands there twice");
-    expectRefusal(make(R"({"parents": [], "agent": 0, "patches": [[1, 0, "a"]]})"),
-                  "txns[0].patches[0]: The stretch [1, 1) isn't inside the text, which has 0 characters");
-    expectRefusal(R"({"kind": "hot", "base": "", "a": [[1, 0, "x"]], "b": []})",
-                  "a[0]: [1, 0, ...] lies outside of the text, which has 0 characters there");
-    expectRefusal(R"({"kind": "hot", "base": "", "a": [[0, 0, "x"]], "b": [[0, 1, ""]]})",
-                  "b[0]: [0, 1, ...] lies outside of the text, which has 0 characters there");
-    expectRefusal(R"({"kind": "hot", "base": "", "a": [], "a": []})", "a stands there twice");
+    expectBadHistory(R"({"kind": "other"})", "byte 16: kind is none that can be played");
+    expectBadHistory(R"({"kind": "hot", "kind": "hot"})", "byte 29: kind stands there twice");
+    expectBadHistory(R"({"kind": "hot", "base": "", "a": []})", "the file has no \"b\"");
+    expectBadHistory(R"({"kind": "hot", "a": [], "b": []})", "the file has no \"base\"");
+    expectBadHistory(R"({"kind": "concurrent", "txns": []})", "the file has no \"endContent\"");
+    expectBadHistory(R"({"kind": "concurrent", "endContent": "", "txns": []})", "the file has no \"numAgents\"");
+    expectBadHistory(R"({"kind": "concurrent", "endContent": "", "numAgents": 2})", "the file has no \"txns\"");
+    expectBadHistory(make(R"({"patches": []})"), "the file has transactions without \"parents\" or \"agent\"");
+    expectBadHistory(make(R"({"parents": [0], "agent": 0, "patches": []})"),
+                     "txns[0].parents[0] isn't the number of an earlier transaction");
+    expectBadHistory(make(R"({"parents": ["0"], "agent": 0, "patches": []})"), "txns[0].parents[0] is a string");
+    expectBadHistory(make(R"({"parents": [], "agent": 2, "patches": []})"), "txns[0] is by agent 2, which there isn't");
+    expectBadHistory(make(first + R"(, {"parents": [], "agent": 0, "patches": []})"),
+                     "txns[1] doesn't know all that its agent made before");
+    expectBadHistory(make(first, "3"), "numAgents is 3; no more than 2 users can be played");
+    expectBadHistory(make(R"({"parents": [], "agent": 0, "agent": 0, "patches": []})"),
+                     "txns[0].agent stands there twice");
+    expectBadHistory(make(R"({"parents": [], "parents": [], "patches": []})"), "txns[0].parents stands there twice");
+    expectBadHistory(make(R"({"parents": [], "agent": 0, "patches": [[1, 0, "a"]]})"),
+                     "txns[0].patches[0]: The stretch [1, 1) isn't inside the text, which has 0 characters");
+    expectBadHistory(R"({"kind": "hot", "base": "", "a": [[1, 0, "x"]], "b": []})",
+                     "a[0]: [1, 0, ...] lies outside of the text, which has 0 characters there");
+    expectBadHistory(R"({"kind": "hot", "base": "", "a": [[0, 0, "x"]], "b": [[0, 1, ""]]})",
+                     "b[0]: [0, 1, ...] lies outside of the text, which has 0 characters there");
+    expectBadHistory(R"({"kind": "hot", "base": "", "a": [], "a": []})", "a stands there twice");
 }
 
 } // namespace

@@ -1,0 +1,186 @@
+// Restorings that bring along what the document makes something else of, and what was done in the dead element by those
+// who didn't know that.
+
+#include "CE_MultirangeOperationUtils.h"
+#include "CE_OperationEquality.h"
+#include "OperationNotation.h"
+#include "TreeReplica.h"
+
+#include "Util_Cast.h"
+
+#include <gtest/gtest.h>
+
+namespace Zem::CollaborationEngine::Testing
+{
+
+namespace
+{
+
+constexpr auto late = TieResolveCondition::SecondWins;
+
+using TextInsert = ListMultirangeOperationImpl<ListModificationOperation<InsertTag>>;
+
+constexpr Operation::Id repairedID = 4;
+
+/// Where the operation with that id is to insert something, two other elements go in at gap 2. Element 1 is never
+/// restored.
+class RepairingExecutor final : public AtomicOperationExecutor
+{
+public:
+    explicit RepairingExecutor(TreeDocument& document)
+        : _executor(document)
+    {
+    }
+
+    bool executeAndChangeIfNeeded(AtomicOperation& operation, OperationUPtr& changedOp) override
+    {
+        if (describe(operation) == "/1 restore(1,1, 1 items)")
+        {
+            changedOp = std::make_unique<EmptyOperation>();
+            return true;
+        }
+        if (operation.getID() != repairedID)
+        {
+            return _executor.executeAndChangeIfNeeded(operation, changedOp);
+        }
+        OperationUPtr repaired =
+            MultirangeOperationUtils::makeMultirangeOperationFromSingle(ListModificationOperation<InsertTag>(
+                cast<TextInsert>(operation).getNodeAddress(), ElementTextType,
+                makeElementItems({makeElement(950), makeElement(951)}), IndexRange<unsigned long>::fromCount(2, 2)));
+        _executor.executeAndChangeIfNeeded(cast<AtomicOperation>(*repaired), changedOp);
+        changedOp = std::move(repaired);
+        return true;
+    }
+
+    void reverse(AtomicOperation& operation) override
+    {
+        _executor.reverse(operation);
+    }
+
+private:
+    TreeExecutor _executor;
+};
+
+/// An element was removed, and somebody who didn't know that put another one into its text.
+class ChangeOfRestoringTest : public testing::Test
+{
+protected:
+    void removeAndEdit(unsigned long element)
+    {
+        _replica.run(markElement(element));
+        _replica.run(_replica.pastHistory(insertText(listElementAddress(element), 0, 900, repairedID), 0));
+    }
+
+    /// In the state before all that.
+    static OperationUPtr insertBetween()
+    {
+        return insertText(listElementAddress(0), 1, 910, 5);
+    }
+
+    std::string getText() const
+    {
+        return textOf(_replica.getDocument()._list[0]._element);
+    }
+
+    std::shared_ptr<HierarchicalOperationTransformer> _transformer = makeTreeTransformer();
+    TreeReplica _replica{[](TreeDocument& document) { return std::make_unique<RepairingExecutor>(document); }};
+};
+
+} // namespace
+
+TEST_F(ChangeOfRestoringTest, EditsThatCameLateFindTheirPlaceBehindWhatHappened)
+{
+    removeAndEdit(0);
+    _replica.undo(0);
+    EXPECT_EQ(describe(*_replica.getHistory().back()),
+              "brings[/1 restore(0,1, 1 items); /1[0]/2 multi{insert(2,2, 2 items) }; ]");
+    EXPECT_EQ(getText(), "10 11 950 951 ");
+    _replica.run(_replica.pastHistory(insertText(listElementAddress(0), 2, 911, 6), 0));
+    EXPECT_EQ(getText(), "10 11 950 951 911 ");
+    _replica.run(_replica.pastHistory(insertBetween(), 0));
+    EXPECT_EQ(getText(), "10 910 11 950 951 911 ");
+}
+
+TEST_F(ChangeOfRestoringTest, BringsThemAlongInTheOtherOrder)
+{
+    removeAndEdit(0);
+    const OperationUPtr edit = _replica.pastHistory(insertBetween(), 0);
+    _replica.undo(0);
+    const OperationUPtr behindEdit =
+        _transformer->include(*_replica.getHistory().back(), *edit, TieResolveCondition::FirstWins);
+    EXPECT_EQ(describe(*behindEdit), "brings[/1 restore(0,1, 1 items); /1[0]/2 multi{insert(2,2, 2 items) }; "
+                                     "/1[0]/2 multi{insert(1,1, 1 items) }; ]");
+    TreeReplica other;
+    other.run(cloneOperation(*_replica.getHistory()[0]));
+    other.run(cloneOperation(*_replica.getHistory()[1]));
+    other.run(cloneOperation(*edit));
+    other.run(cloneOperation(*behindEdit));
+    _replica.run(_replica.pastHistory(cloneOperation(*edit), 2));
+    EXPECT_EQ(other.getDocument(), _replica.getDocument());
+}
+
+TEST_F(ChangeOfRestoringTest, FollowsOtherOperations)
+{
+    removeAndEdit(0);
+    const OperationUPtr edit = _replica.pastHistory(insertBetween(), 0);
+    _replica.undo(0);
+    const OperationUPtr move = std::make_unique<ListMoveOperation>(listAddress(), ElementListType,
+                                                                   IndexRange<unsigned long>::fromCount(0, 1), 2);
+    const OperationUPtr restoring = _transformer->include(*_replica.getHistory().back(), *move, late);
+    const OperationUPtr later = _transformer->include(*_transformer->include(*edit, *move, late), *restoring, late);
+    EXPECT_EQ(describe(*later), "/1[2]/2 multi{insert(1,1, 1 items) }");
+}
+
+TEST_F(ChangeOfRestoringTest, WhatWasDoneToElementsThatDidntHappenIsLeftOut)
+{
+    removeAndEdit(0);
+    const OperationUPtr marking =
+        _transformer->include(*markText(listElementAddress(0), 0), *_replica.getHistory()[0], late);
+    const OperationUPtr below = _transformer->include(
+        *insertText(textElementAddress(listElementAddress(0), 0), 0, 920, 7), *_replica.getHistory()[0], late);
+    _replica.undo(0);
+    EXPECT_EQ(describe(*_replica.pastHistory(cloneOperation(*marking), 2)), "nothing");
+    EXPECT_EQ(describe(*_replica.pastHistory(cloneOperation(*below), 2)),
+              "shadowed(/1[0]/2[0]/2 multi{insert(0,1, 1 items) })");
+}
+
+TEST_F(ChangeOfRestoringTest, RestoringThatDidntHappenLeavesAllAsleep)
+{
+    removeAndEdit(1);
+    const OperationUPtr edit = _replica.pastHistory(insertText(listElementAddress(1), 1, 910, 5), 0);
+    _replica.undo(0);
+    EXPECT_EQ(describe(*_replica.getHistory().back()), "nothing");
+    EXPECT_EQ(describe(*_replica.pastHistory(cloneOperation(*edit), 2)), describe(*edit));
+}
+
+TEST_F(ChangeOfRestoringTest, OneThatIsChangedAgainGoesTheWholeWay)
+{
+    removeAndEdit(0);
+    const OperationUPtr edit = _replica.pastHistory(insertBetween(), 0);
+    TreeReplica plain;
+    plain.run(cloneOperation(*_replica.getHistory()[0]));
+    plain.run(cloneOperation(*_replica.getHistory()[1]));
+    OperationUPtr planned = plain.makeUndoOf(0);
+    TreeDocument document = plain.getDocument();
+    BaseOperationExecutor executor(std::make_unique<RepairingExecutor>(document), _transformer);
+    OperationUPtr changed;
+    ASSERT_TRUE(executor.executeAndChangeIfNeeded(*planned, changed));
+    executor.reverse(*changed);
+    OperationUPtr changedAgain;
+    ASSERT_TRUE(executor.executeAndChangeIfNeeded(*changed, changedAgain));
+    EXPECT_EQ(describe(*_transformer->include(*edit, *changedAgain, late)), "/1[0]/2 multi{insert(1,1, 1 items) }");
+    EXPECT_TRUE(haveEqualEffects(*changed, *changedAgain));
+    EXPECT_FALSE(areDeeplyEqual(*changed, *changedAgain));
+}
+
+TEST_F(ChangeOfRestoringTest, MergingRangesKeepsIt)
+{
+    removeAndEdit(0);
+    const OperationUPtr edit = _replica.pastHistory(insertBetween(), 0);
+    _replica.undo(0);
+    const OperationUPtr merged =
+        MultirangeOperationUtils::mergeOperations(cloneOperation(*_replica.getHistory().back()), false);
+    EXPECT_EQ(describe(*_transformer->include(*edit, *merged, late)), "/1[0]/2 multi{insert(1,1, 1 items) }");
+}
+
+} // namespace Zem::CollaborationEngine::Testing
