@@ -30,7 +30,6 @@ public:
 
     void run(unsigned long stepsCount)
     {
-        _session.setComparesJson(!_setsProperties);
         for (unsigned long step = 0; step < stepsCount; ++step)
         {
             doOneThing();

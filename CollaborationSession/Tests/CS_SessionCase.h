@@ -257,16 +257,10 @@ public:
             const DOM::Document& document = participant->getClient().getDocument();
             ASSERT_EQ(participant->show(), TestSupport::print(_server.getDocument().getTextWithTombstones()));
             ASSERT_TRUE(document == _server.getDocument());
-            ASSERT_TRUE(!_comparesJson || DOM::toJson(document) == DOM::toJson(_server.getDocument()));
+            ASSERT_TRUE(DOM::toJson(document) == DOM::toJson(_server.getDocument()));
             ASSERT_TRUE(checkInvariants(document).empty());
             ASSERT_TRUE(getAllSelections(participant->getClient()) == _server.getSelections());
         }
-    }
-
-    /// Equal styles may be one object here and two there, which JSON shows.
-    void setComparesJson(bool comparesJson)
-    {
-        _comparesJson = comparesJson;
     }
 
     static DOM::Document makeDocument(std::string_view notation)
@@ -295,7 +289,6 @@ private:
 
     Server _server;
     std::vector<std::unique_ptr<Participant>> _participants;
-    bool _comparesJson = true;
 };
 
 } // namespace Zem::CollaborationSession

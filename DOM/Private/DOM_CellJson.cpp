@@ -37,10 +37,30 @@ void PivotTable::serialize(Archive& archive)
     JsonDetails::serializeIdentified(archive, *this);
 }
 
+namespace
+{
+
+using TextUPtr = std::unique_ptr<TextWithTombstones>;
+
+/// An empty text equals none, and is none where equal cells are written alike.
+const TextUPtr& findWrittenText(cereal::JSONOutputArchive& archive, const TextUPtr& text)
+{
+    static const TextUPtr none;
+    const bool isLeftOut = text && *text == TextWithTombstones() && JsonDetails::findMetPointers(archive);
+    return isLeftOut ? none : text;
+}
+
+TextUPtr& findWrittenText(cereal::JSONInputArchive&, TextUPtr& text)
+{
+    return text;
+}
+
+} // namespace
+
 template<class Archive>
 void Cell::serialize(Archive& archive)
 {
-    archive(cereal::make_nvp("_text", _text), cereal::make_nvp("_sharedStyle", _sharedStyle),
+    archive(cereal::make_nvp("_text", findWrittenText(archive, _text)), cereal::make_nvp("_sharedStyle", _sharedStyle),
             cereal::make_nvp("_mergeProps", _mergeProps), cereal::make_nvp("_pivotTable", _pivotTable));
 }
 

@@ -15,9 +15,21 @@ ZEM_JSON_OF_FIELDS(Theme)
 ZEM_JSON_OF_FIELDS(ColorMap)
 ZEM_JSON_OF_FIELDS(Document)
 
+namespace
+{
+
+/// Writes equal values alike.
+template<class T>
+std::string toEqualJson(const T& value)
+{
+    return dropSignsOfZeros(Zem::toJson<T, JsonDetails::InterningOutputArchive>(value));
+}
+
+} // namespace
+
 std::string toJson(const Document& document)
 {
-    return Zem::toJson<Document>(document);
+    return toEqualJson(document);
 }
 
 Document fromJson(std::string_view text)
@@ -31,7 +43,7 @@ Document fromJson(std::string_view text)
 
 std::string toJson(const TextWithTombstones& text)
 {
-    return Zem::toJson<TextWithTombstones>(text);
+    return toEqualJson(text);
 }
 
 TextWithTombstones textFromJson(std::string_view text)
@@ -41,7 +53,7 @@ TextWithTombstones textFromJson(std::string_view text)
 
 std::string toJson(const Table& table)
 {
-    return Zem::toJson<Table>(table);
+    return toEqualJson(table);
 }
 
 Table tableFromJson(std::string_view text)

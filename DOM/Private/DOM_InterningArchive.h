@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DOM_SharedObjectFactory.h"
+#include "DOM_SharedPointers.h"
 
 #include <cereal/archives/json.hpp>
 
@@ -26,6 +27,21 @@ public:
 
 private:
     const SharedObjectFactory& _factory;
+};
+
+/// An archive that writes equal shared objects as one, so that equal documents are written alike.
+class InterningOutputArchive : public cereal::JSONOutputArchive
+{
+public:
+    using JSONOutputArchive::JSONOutputArchive;
+
+    MetSharedPointers& getMetPointers()
+    {
+        return _metPointers;
+    }
+
+private:
+    MetSharedPointers _metPointers;
 };
 
 } // namespace Zem::DOM::JsonDetails

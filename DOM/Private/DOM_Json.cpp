@@ -22,6 +22,12 @@ const SharedObjectFactory* findStyleFactory(cereal::JSONInputArchive& archive)
     return interning ? &interning->getFactory() : nullptr;
 }
 
+MetSharedPointers* findMetPointers(cereal::JSONOutputArchive& archive)
+{
+    auto* const interning = dynamic_cast<InterningOutputArchive*>(&archive);
+    return interning ? &interning->getMetPointers() : nullptr;
+}
+
 namespace
 {
 

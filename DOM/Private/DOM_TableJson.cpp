@@ -34,15 +34,16 @@ struct LineStyleEntry
 template<class Axis>
 using LineStyleEntries = std::vector<LineStyleEntry<Axis>>;
 
+/// The styles that the archive writes; a line whose style it writes as null is left out.
 template<class Axis>
-LineStyleEntries<Axis> getLineStyles(const TableLines<Axis>& lines)
+LineStyleEntries<Axis> getLineStyles(cereal::JSONOutputArchive& archive, const TableLines<Axis>& lines)
 {
     LineStyleEntries<Axis> entries;
     for (const Line<Axis>& line : lines.getOrderedLines())
     {
-        if (line._style)
+        if (const auto& style = JsonDetails::findWrittenPointer(archive, line._style))
         {
-            entries.push_back({lines.getIndex(line), line._style});
+            entries.push_back({lines.getIndex(line), style});
         }
     }
     return entries;
@@ -130,8 +131,9 @@ void saveGrid(cereal::JSONOutputArchive& archive, const TableGrid& grid)
     const TableLines<RowAxis>& rows = grid.getLines<RowAxis>();
     const TableLines<ColumnAxis>& columns = grid.getLines<ColumnAxis>();
     archive(cereal::make_nvp("_rows", rows.getIDs()), cereal::make_nvp("_columns", columns.getIDs()),
-            cereal::make_nvp("_rowStyles", getLineStyles(rows)),
-            cereal::make_nvp("_columnStyles", getLineStyles(columns)), cereal::make_nvp("_cells", getCells(grid)));
+            cereal::make_nvp("_rowStyles", getLineStyles(archive, rows)),
+            cereal::make_nvp("_columnStyles", getLineStyles(archive, columns)),
+            cereal::make_nvp("_cells", getCells(grid)));
 }
 
 std::unique_ptr<TableGrid> loadGrid(cereal::JSONInputArchive& archive)

@@ -14,8 +14,9 @@ namespace Zem::DOM
 
 class Table;
 
-/// In one line. Equal documents may differ in it: a style or bundle of properties that several elements share stands in
-/// it once, equal ones that they do not share stand in it each.
+/// In one line. Equal documents have equal JSON, byte for byte: a style or bundle of properties stands in it once, even
+/// if several equal objects hold it, and what equals nothing, such as a default style, is written as nothing.
+/// Cost: beside the writing, the content of each shared object is hashed and compared once, however often it is met.
 /// Fails: `std::runtime_error` on a document whose texts lie so deep in each other that it couldn't be read.
 ZEM_EXPORT std::string toJson(const Document& document);
 
@@ -24,8 +25,7 @@ ZEM_EXPORT std::string toJson(const Document& document);
 /// break an invariant; "_begin < _end" on a range of tombstones that doesn't increase.
 ZEM_EXPORT Document fromJson(std::string_view text);
 
-/// The same for a part of a document. Its styles are shared within the part as they were when it was written, and
-/// belong to no factory.
+/// The same for a part of a document. What is read shares its styles as the text does; they belong to no factory.
 ZEM_EXPORT std::string toJson(const TextWithTombstones& text);
 ZEM_EXPORT TextWithTombstones textFromJson(std::string_view text);
 ZEM_EXPORT std::string toJson(const Table& table);

@@ -1,11 +1,12 @@
 #pragma once
 
-/// The JSON forms that the model adds to those of `Util_Json.h`: enumerations, shared styles, blocks and runs. Only
-/// .cpp files include this header, and they do so wherever an archive meets one of these.
+/// The JSON forms that the model adds to those of `Util_Json.h`: enumerations, shared styles, bundles of properties,
+/// blocks and runs. Only .cpp files include this header, and they do so wherever an archive meets one of these.
 
 #include "DOM_Block.h"
 #include "DOM_Run.h"
 #include "DOM_SharedObjectFactory.h"
+#include "DOM_SharedPointers.h"
 #include "DOM_SharedStyle.h"
 
 #include "Util_Export.h"
@@ -35,6 +36,19 @@ namespace JsonDetails
 
 /// The factory that the archive interns its styles with; null for an archive that makes them afresh.
 ZEM_EXPORT const SharedObjectFactory* findStyleFactory(cereal::JSONInputArchive& archive);
+
+/// The shared pointers that the archive has met; null for an archive that writes all of them as they are. One that
+/// keeps them writes equal things alike.
+ZEM_EXPORT MetSharedPointers* findMetPointers(cereal::JSONOutputArchive& archive);
+
+/// The pointer that the archive writes in place of `pointer`. It is the pointer itself in an archive that writes them
+/// as they are, and otherwise the first one of equal content, which is null if null means the same.
+template<SharedPointer Pointer>
+const Pointer& findWrittenPointer(cereal::JSONOutputArchive& archive, const Pointer& pointer)
+{
+    MetSharedPointers* const metPointers = findMetPointers(archive);
+    return metPointers ? metPointers->findFirst(pointer) : pointer;
+}
 
 /// How a style stands in an archive.
 template<class Style>
@@ -102,14 +116,24 @@ void load_minimal(const JSONInputArchive&, T& enumerator, const std::underlying_
 template<class Style>
 void save(JSONOutputArchive& archive, const boost::intrusive_ptr<const Zem::DOM::SharedStyle<Style>>& sharedStyle)
 {
-    const std::shared_ptr<const void> keptAlive(sharedStyle.get(), [sharedStyle](const void*) {});
+    const auto& written = Zem::DOM::JsonDetails::findWrittenPointer(archive, sharedStyle);
+    const std::shared_ptr<const void> keptAlive(written.get(), [written](const void*) {});
     const std::uint32_t id = archive.registerSharedPointer(keptAlive);
     archive(make_nvp("id", id));
     if ((id & detail::msb_32bit) != 0)
     {
         using Output = Zem::DOM::JsonDetails::StyleOutput<Style>;
-        archive(std::make_unique<Output>(Output{&sharedStyle->get()}));
+        archive(std::make_unique<Output>(Output{&written->get()}));
     }
+}
+
+/// Writes a bundle of properties in cereal's form of shared pointers.
+template<class Bundle>
+requires Zem::DOM::SharedPointer<std::shared_ptr<const Bundle>>
+void save(JSONOutputArchive& archive, const std::shared_ptr<const Bundle>& bundle)
+{
+    const auto& written = Zem::DOM::JsonDetails::findWrittenPointer(archive, bundle);
+    archive(make_nvp("ptr_wrapper", memory_detail::make_ptr_wrapper(written)));
 }
 
 /// One object for each number. Fails: `Exception` when the number was never seen, or belongs to something else.

@@ -1,7 +1,6 @@
 #include "Comparison.h"
 
 #include "Describe.h"
-#include "SpelledJson.h"
 #include "Texts.h"
 
 #include "CS_Characters.h"
@@ -74,14 +73,7 @@ std::string findJsonDifference(const DOM::Document& expected, const DOM::Documen
 {
     const std::string expectedJson = DOM::toJson(expected);
     const std::string actualJson = DOM::toJson(actual);
-    if (expectedJson == actualJson)
-    {
-        return "";
-    }
-    const std::string spelledExpectedJson = spellOut(expectedJson);
-    const std::string spelledActualJson = spellOut(actualJson);
-    return spelledExpectedJson == spelledActualJson ? ""
-                                                    : describeJsonDifference(spelledExpectedJson, spelledActualJson);
+    return expectedJson == actualJson ? "" : describeJsonDifference(expectedJson, actualJson);
 }
 
 /// An end that sticks to what stands in front of it is marked.

@@ -12,9 +12,6 @@ namespace ZemFarm
 
 /// How two documents differ, in a few words: "text [n34]: {|a} in place of {|b}"; empty if they don't, in their JSON
 /// neither. It names the first text of which the slots or the tombstones differ, and else quotes from the JSON.
-///
-/// JSON shows which elements share a style, and equal documents may differ in that. Where they do, their JSON is
-/// compared with everything spelled out (`spellOut`).
 std::string findDifference(Zem::CollaborationSession::DocumentKind kind, const Zem::DOM::Document& expected,
                            const Zem::DOM::Document& actual);
 

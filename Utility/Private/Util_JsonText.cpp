@@ -55,6 +55,32 @@ void requireBoundedJsonNesting(std::string_view text)
                      });
 }
 
+std::string dropSignsOfZeros(std::string_view text)
+{
+    constexpr std::string_view zero = "-0.0";
+    std::string result;
+    result.reserve(text.size());
+    // Behind a value; a string would end in its quote.
+    const auto dropSign = [&]
+    {
+        if (result.ends_with(zero))
+        {
+            result.erase(result.size() - zero.size(), 1);
+        }
+    };
+    forEachCharacter(text,
+                     [&](char character, bool isInString)
+                     {
+                         if (!isInString && (character == ',' || isClosing(character)))
+                         {
+                             dropSign();
+                         }
+                         result.push_back(character);
+                     });
+    dropSign();
+    return result;
+}
+
 std::string JsonDetails::takeOnlyMember(std::string_view archiveText)
 {
     std::string text;

@@ -21,6 +21,9 @@ constexpr unsigned maximalJsonNesting = 1000;
 /// Fails: `cereal::Exception`, naming the depth.
 ZEM_EXPORT void requireBoundedJsonNesting(std::string_view text);
 
+/// The text of an archive, with "0.0" for each number "-0.0", which equals it. Requires: no blanks between the values.
+ZEM_EXPORT std::string dropSignsOfZeros(std::string_view text);
+
 namespace JsonDetails
 {
 
@@ -34,14 +37,14 @@ ZEM_EXPORT std::string makeOnlyMember(std::string_view text);
 
 } // namespace JsonDetails
 
-/// The JSON form of `value`, in one line.
+/// The JSON form of `value`, in one line. `Archive` is derived from cereal's, or that itself.
 /// Fails: `cereal::Exception` when it is nested so deeply that `fromJson` would refuse it.
-template<class T>
+template<class T, class Archive = cereal::JSONOutputArchive>
 std::string toJson(const T& value)
 {
     std::ostringstream stream;
     {
-        cereal::JSONOutputArchive archive(stream, cereal::JSONOutputArchive::Options::NoIndent());
+        Archive archive(stream, cereal::JSONOutputArchive::Options::NoIndent());
         archive(value);
     }
     return JsonDetails::takeOnlyMember(stream.str());

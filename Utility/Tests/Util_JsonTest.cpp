@@ -178,6 +178,15 @@ TEST(Json, FloatsThatAreNoNumbersGoThereAndBack)
     EXPECT_NE(read, read);
 }
 
+TEST(Json, ZerosCanDropTheirSigns)
+{
+    EXPECT_EQ("-0.0", toJson(-0.0));
+    EXPECT_EQ("0.0", dropSignsOfZeros(toJson(-0.0)));
+    EXPECT_EQ("[0.0,0.0,-0.05,-0.0001,10.0]", dropSignsOfZeros(toJson(std::vector<double>{-0.0, 0, -0.05, -1e-4, 10})));
+    const std::string strings = toJson(std::vector<std::string>{"-0.0", "[-0.0,-0.0]", "\"-0.0", ""});
+    EXPECT_EQ(strings, dropSignsOfZeros(strings));
+}
+
 TEST(Json, EnumerationsAreNumbers)
 {
     expectForm(Alignment::Right, "1");

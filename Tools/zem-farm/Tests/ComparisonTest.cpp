@@ -1,10 +1,8 @@
 #include "Comparison.h"
 
-#include "SpelledJson.h"
 #include "StartDocument.h"
 
 #include "DOM_Blocks.h"
-#include "DOM_DocumentJson.h"
 #include "DOM_RunProps.h"
 #include "DOM_RunStyle.h"
 #include "DOM_Runs.h"
@@ -230,7 +228,7 @@ TEST(ComparisonOfDocuments, TakesStylesThatAreSharedOtherwiseForEqual)
     getRun(apart, 0).getSharedStyle() = makeUnsharedStyle(10);
     getRun(apart, 1).getSharedStyle() = makeUnsharedStyle(10);
 
-    ASSERT_NE(DOM::toJson(shared), DOM::toJson(apart));
+    ASSERT_NE(getRun(apart, 0).getSharedStyle(), getRun(apart, 1).getSharedStyle());
     EXPECT_EQ("", findDifference(DocumentKind::Text, shared, apart));
     EXPECT_EQ("", findDifference(DocumentKind::Text, apart, shared));
     getRun(apart, 1).getSharedStyle() = makeUnsharedStyle(11);
@@ -283,30 +281,6 @@ TEST(ComparisonOfSelections, FindsOneTooManyAndOneTooFew)
               findDifference(one, two));
     EXPECT_EQ("the selection of the server's client 2 (none in place of [5] to [5] in mode 0)",
               findDifference(two, one));
-}
-
-TEST(SpelledJson, WritesWhatIsReferredToInFull)
-{
-    EXPECT_EQ(R"([{"data":{"a":[1,{}]}},{"data":{"a":[1,{}]}},{}])",
-              spellOut(R"([{"id": 2147483649, "data": {"a": [1, {}]}}, {"id": 1}, {"id": 0}])"));
-}
-
-TEST(SpelledJson, RefusesWhatItCantRead)
-{
-    const auto expectFailure = [](const std::string& json, const std::string& message)
-    {
-        try
-        {
-            spellOut(json);
-            ADD_FAILURE() << json;
-        }
-        catch (const std::runtime_error& error)
-        {
-            EXPECT_EQ(message, error.what());
-        }
-    };
-    expectFailure("[1,", "the JSON of a document can't be read at byte 3");
-    expectFailure(R"([{"id": 5}])", "the JSON of a document refers to nothing by the id 5");
 }
 
 } // namespace
