@@ -1,23 +1,19 @@
 #include "CS_Client.h"
 
 #include "CS_Bridge.h"
+#include "CS_ChangedNodes.h"
+#include "CS_Checkpoint.h"
 #include "CS_ComposedTyping.h"
 #include "CS_ExecuteStably.h"
 #include "CS_MoveSelections.h"
-#include "CS_Overloaded.h"
-#include "CS_Rebase.h"
-#include "CS_Savepoint.h"
-#include "CS_Stopwatch.h"
+#include "CS_Receipt.h"
 
 #include "CE_InverseOperation.h"
-#include "CE_OperationEquality.h"
 #include "DClb_DocumentPositionTransformer.h"
 
 #include "Util_Assert.h"
 #include "Util_Cast.h"
 
-#include <algorithm>
-#include <iterator>
 #include <set>
 #include <utility>
 
@@ -104,12 +100,11 @@ Client::Client(ClientID id, const Snapshot& snapshot, Revision checkpointInterva
     , _revision(snapshot._revision + snapshot._entries.size())
     , _toldRevision(snapshot._revision)
     , _nextOperationID(id * operationIDsOfAClient)
-    , _checkpoint(snapshot._document)
-    , _entriesSinceCheckpoint(snapshot._entries)
-    , _checkpointInterval(checkpointInterval)
+    , _checkpoint(
+          std::make_unique<Checkpoint>(snapshot._kind, snapshot._document, snapshot._entries, checkpointInterval))
     , _selections(snapshot._selections)
 {
-    for (const HistoryEntryPtr& entry : _entriesSinceCheckpoint)
+    for (const HistoryEntryPtr& entry : _checkpoint->getEntries())
     {
         _replica.executeAgain(*entry->_operation);
     }
@@ -120,6 +115,11 @@ Client::~Client() = default;
 OperationExecutor& Client::getExecutor()
 {
     return *_executor;
+}
+
+std::size_t Client::getKeptEntriesCount() const
+{
+    return _checkpoint->getEntries().size();
 }
 
 OperationUPtr Client::makeUndo(Operation::Id operationID)
@@ -141,7 +141,7 @@ OperationUPtr Client::makeUndo(Operation::Id operationID)
             undone = &operation;
         }
     };
-    for (const HistoryEntryPtr& entry : _entriesSinceCheckpoint)
+    for (const HistoryEntryPtr& entry : _checkpoint->getEntries())
     {
         pass(*entry->_operation, entry->_author == _id);
     }
@@ -202,62 +202,20 @@ boost::optional<ClientBatch> Client::takeBatch()
 void Client::receive(std::span<const ServerMessage> messages)
 {
     requireWhole(messages);
-    boost::optional<Savepoint> savepoint;
+    // What happened has happened, whatever an observer makes of it.
+    const ObserverFanOut::Postponement postponement(_replica.getNotifications());
+    Receipt receipt(*this);
     try
     {
-        takeIn(messages, savepoint);
+        receipt.takeIn(messages);
     }
     catch (...)
     {
-        if (savepoint)
-        {
-            std::move(*savepoint).restore(*this);
-        }
+        receipt.giveUp();
         throw;
     }
     takeCheckpointIfDue();
-}
-
-/// `savepoint` is made before anything that may fail.
-void Client::takeIn(std::span<const ServerMessage> messages, boost::optional<Savepoint>& savepoint)
-{
-    boost::optional<Rebase> rebase;
-    const auto rebasing = [&]() -> Rebase&
-    {
-        if (!rebase)
-        {
-            savepoint.emplace(*this);
-            rebase.emplace(*this);
-        }
-        return *rebase;
-    };
-    const Overloaded takeIn{[&](const OperationHappened& happened)
-                            {
-                                if (!rebase && confirms(happened))
-                                {
-                                    confirm(happened._entry);
-                                    return;
-                                }
-                                rebasing().takeIn(happened._entry);
-                            },
-                            [&](const OperationRejected& rejected)
-                            {
-                                // One that came in before the connection broke may come again.
-                                if (rejected._number > _lastNumber - _underWayCount)
-                                {
-                                    rebasing().takeIn(rejected);
-                                }
-                            },
-                            [&](const SelectionMoved& moved)
-                            { takeInSelection(moved, rebase ? std::span<const OperationUPtr>() : _pending); }};
-    for (const ServerMessage& message : messages)
-    {
-        std::visit(takeIn, message);
-    }
-    if (rebase)
-    {
-        rebase->finish();
-    }
+    postponement.rethrow();
 }
 
 void Client::resume()
@@ -300,6 +258,10 @@ bool Client::executeOwn(Operation& operation, OperationUPtr& changedOp)
     const Operation& happened = isChanged ? *changedOp : operation;
     includeInAll(happened);
     _pending.push_back(cloneOperation(happened));
+    if (_pendingNodes)
+    {
+        _pendingNodes->add(happened);
+    }
     return isChanged;
 }
 
@@ -308,12 +270,13 @@ void Client::reverseOwn(const Operation& operation)
     const bool isLastUnsent = _pending.size() > _underWayCount && _pending.back()->getID() == operation.getID();
     ZEM_ASSERT(isLastUnsent);
     excludeFromAll(*_pending.back());
+    _pendingNodes.reset();
     try
     {
         _replica.getExecutor().reverse(*_pending.back());
         _pending.pop_back();
     }
-    catch (const std::exception&)
+    catch (...)
     {
         // Some deletions can't be taken back exactly (see Rebase).
         _pending.pop_back();
@@ -321,85 +284,36 @@ void Client::reverseOwn(const Operation& operation)
     }
 }
 
-/// Puts neighbouring keystrokes among the operations that aren't under way together.
+/// What is under way stays as the server gets it.
 void Client::composeTyping()
 {
-    if (!_composesTyping || _pending.size() < _underWayCount + 2)
+    if (_composesTyping)
     {
-        return;
+        composeNeighbours(_pending, _underWayCount);
     }
-    const auto firstUnsent = _pending.begin() + static_cast<std::ptrdiff_t>(_underWayCount);
-    std::vector<OperationUPtr> composed;
-    ComposedTyping typing;
-    const auto close = [&]
-    {
-        for (OperationUPtr& operation : typing.makeOperations())
-        {
-            composed.push_back(std::move(operation));
-        }
-        typing = ComposedTyping();
-    };
-    for (auto operation = firstUnsent; operation != _pending.end(); ++operation)
-    {
-        if (typing.takeIn(**operation))
-        {
-            continue;
-        }
-        close();
-        if (!typing.takeIn(**operation))
-        {
-            composed.push_back(std::move(*operation));
-        }
-    }
-    close();
-    _pending.erase(firstUnsent, _pending.end());
-    std::move(composed.begin(), composed.end(), std::back_inserter(_pending));
 }
 
-/// Whether the entry is the oldest own operation, as it stands here.
-bool Client::confirms(const OperationHappened& happened) const
+/// They are remembered until pending operations are taken back. What was confirmed meanwhile is no harm among them.
+const ChangedNodes& Client::getPendingNodes()
 {
-    return happened._entry->_author == _id && _underWayCount > 0 &&
-           areDeeplyEqual(*_pending.front(), *happened._entry->_operation);
+    if (!_pendingNodes)
+    {
+        _pendingNodes = std::make_unique<ChangedNodes>(_pending);
+    }
+    return *_pendingNodes;
 }
 
-void Client::confirm(const HistoryEntryPtr& entry)
+/// The history has grown by what is in the document already.
+void Client::append(const HistoryEntryPtr& entry)
 {
-    _pending.erase(_pending.begin());
-    --_underWayCount;
     ++_revision;
-    ++_statistics._confirmedCount;
-    _entriesSinceCheckpoint.push_back(entry);
+    _checkpoint->append(entry);
 }
 
-/// `pending` are the operations that are in the document and that the server doesn't know.
-void Client::takeInSelection(const SelectionMoved& moved, std::span<const OperationUPtr> pending)
-{
-    const bool isOwn = moved._client == _id;
-    if (isOwn && _isSelectionNew)
-    {
-        return;
-    }
-    Selections& selections = isOwn ? _ownSelection : _selections;
-    selections.erase(moved._client);
-    if (!moved._selection)
-    {
-        return;
-    }
-    Selections single = {{moved._client, *moved._selection}};
-    for (const OperationUPtr& operation : pending)
-    {
-        includeInSelections(_selectionTransformer, *operation, single);
-    }
-    selections.merge(single);
-}
-
-/// The first reason counts: what the server rejected often can't be placed here either.
+/// What was refused here before has no id any more: its author isn't told again when the server rejects it, too.
 void Client::refuse(const Operation& operation, const std::string& reason)
 {
-    const auto id = operation.getID();
-    const auto isOfOperation = [&](const Refusal& refusal) { return refusal._operationID == id; };
-    if (id && std::none_of(_refusals.begin(), _refusals.end(), isOfOperation))
+    if (const auto id = operation.getID())
     {
         _refusals.push_back({*id, reason});
     }
@@ -415,50 +329,22 @@ void Client::forgetUndoing(const Operation& operation)
 /// Makes the document again: the copy, what happened since, and the pending operations as they stand.
 void Client::restoreDocument(std::span<const OperationUPtr> pending)
 {
-    std::vector<const Operation*> operations = getOldestEntries(_entriesSinceCheckpoint.size());
-    _statistics._replayedCount += operations.size();
-    for (const OperationUPtr& operation : pending)
-    {
-        operations.push_back(operation.get());
-    }
-    _replica.replaceDocument(*_checkpoint, operations);
+    _statistics._replayedCount += _checkpoint->getEntries().size();
+    _checkpoint->restore(_replica, pending);
 }
 
-std::vector<const Operation*> Client::getOldestEntries(std::size_t count) const
-{
-    std::vector<const Operation*> operations;
-    operations.reserve(count);
-    for (std::size_t index = 0; index < count; ++index)
-    {
-        operations.push_back(_entriesSinceCheckpoint[index]->_operation.get());
-    }
-    return operations;
-}
-
-/// A document with pending operations is that of no revision. While it never comes to be without them, the copy is
-/// brought up to date by itself.
+/// A document with pending operations is that of no revision.
 void Client::takeCheckpointIfDue()
 {
-    const std::size_t count = _entriesSinceCheckpoint.size();
-    const std::size_t passedCount = count - std::min<std::size_t>(count, _checkpointInterval);
-    if (_pending.empty() && count >= _checkpointInterval)
+    if (_checkpoint->renewIfDue(_pending.empty() ? &_replica.getDocument() : nullptr))
     {
-        _checkpoint = std::make_shared<const DOM::Document>(_replica.getDocument());
-        forgetOldestEntries(count);
-    }
-    else if (passedCount > _checkpointInterval)
-    {
-        _checkpoint = std::make_shared<const DOM::Document>(
-            Replica::replay(_replica.getKind(), *_checkpoint, getOldestEntries(passedCount)));
-        forgetOldestEntries(passedCount);
+        forgetOldUndoings();
     }
 }
 
-/// Forgets what was undone, too, of operations that nobody can undo any more.
-void Client::forgetOldestEntries(std::size_t count)
+/// Nobody can undo an operation that is neither kept nor pending any more.
+void Client::forgetOldUndoings()
 {
-    _entriesSinceCheckpoint.erase(_entriesSinceCheckpoint.begin(),
-                                  _entriesSinceCheckpoint.begin() + static_cast<std::ptrdiff_t>(count));
     std::set<Operation::Id> knownIDs;
     const auto addID = [&](const Operation& operation)
     {
@@ -467,7 +353,7 @@ void Client::forgetOldestEntries(std::size_t count)
             knownIDs.insert(*id);
         }
     };
-    for (const HistoryEntryPtr& entry : _entriesSinceCheckpoint)
+    for (const HistoryEntryPtr& entry : _checkpoint->getEntries())
     {
         addID(*entry->_operation);
     }

@@ -3,6 +3,7 @@
 #include "Util_Cast.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace Zem::CollaborationSession
 {
@@ -160,6 +161,40 @@ std::vector<OperationUPtr> ComposedTyping::makeOperations() const
         operations.push_back(makeOperation<Mark>(*_model, _firstMarking.get(), _marked));
     }
     return operations;
+}
+
+void composeNeighbours(std::vector<OperationUPtr>& operations, std::size_t first)
+{
+    if (operations.size() < first + 2)
+    {
+        return;
+    }
+    const auto begin = operations.begin() + static_cast<std::ptrdiff_t>(first);
+    std::vector<OperationUPtr> composed;
+    ComposedTyping typing;
+    const auto close = [&]
+    {
+        for (OperationUPtr& operation : typing.makeOperations())
+        {
+            composed.push_back(std::move(operation));
+        }
+        typing = ComposedTyping();
+    };
+    for (auto operation = begin; operation != operations.end(); ++operation)
+    {
+        if (typing.takeIn(**operation))
+        {
+            continue;
+        }
+        close();
+        if (!typing.takeIn(**operation))
+        {
+            composed.push_back(std::move(*operation));
+        }
+    }
+    close();
+    operations.erase(begin, operations.end());
+    std::move(composed.begin(), composed.end(), std::back_inserter(operations));
 }
 
 } // namespace Zem::CollaborationSession

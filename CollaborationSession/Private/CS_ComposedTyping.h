@@ -3,6 +3,7 @@
 #include "CE_ListMultirangeOperation.h"
 #include "DClb_TextElement.h"
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -59,5 +60,8 @@ private:
     std::vector<Range> _inserted;
     std::vector<Range> _marked;
 };
+
+/// Puts neighbouring keystrokes together, among the operations from the one at `first` on.
+void composeNeighbours(std::vector<CollaborationEngine::OperationUPtr>& operations, std::size_t first);
 
 } // namespace Zem::CollaborationSession

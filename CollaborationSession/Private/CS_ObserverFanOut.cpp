@@ -17,12 +17,46 @@ void ObserverFanOut::add(std::weak_ptr<ExecutorNotificationObserver> observer)
 
 void ObserverFanOut::forEach(CallableRef<void(ExecutorNotificationObserver&)> notify)
 {
+    std::exception_ptr first;
     for (const auto& known : _observers)
     {
-        if (const auto observer = known.lock())
+        const auto observer = known.lock();
+        if (!observer)
+        {
+            continue;
+        }
+        try
         {
             notify(*observer);
         }
+        catch (...)
+        {
+            first = first ? first : std::current_exception();
+        }
+    }
+    if (first)
+    {
+        throwOrPostpone(first);
+    }
+}
+
+void ObserverFanOut::throwOrPostpone(const std::exception_ptr& failure) const
+{
+    if (!_postponement)
+    {
+        std::rethrow_exception(failure);
+    }
+    if (!_postponement->_first)
+    {
+        _postponement->_first = failure;
+    }
+}
+
+void ObserverFanOut::Postponement::rethrow() const
+{
+    if (_first)
+    {
+        std::rethrow_exception(_first);
     }
 }
 

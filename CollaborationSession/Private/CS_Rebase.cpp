@@ -1,5 +1,6 @@
 #include "CS_Rebase.h"
 
+#include "CS_ChangedNodes.h"
 #include "CS_ExecuteStably.h"
 #include "CS_MoveSelections.h"
 #include "CS_Stopwatch.h"
@@ -23,6 +24,7 @@ Client::Rebase::Rebase(Client& client)
 {
     const Stopwatch stopwatch(_client._statistics._reversingTime);
     _client.composeTyping();
+    _client._pendingNodes.reset();
     for (auto pending = _client._pending.rbegin(); pending != _client._pending.rend(); ++pending)
     {
         _client.excludeFromAll(**pending);
@@ -46,7 +48,7 @@ void Client::Rebase::takeIn(const HistoryEntryPtr& entry)
 {
     const bool isOwn = entry->_author == _client._id;
     const OperationUPtr oldest = isOwn ? takeOldest() : nullptr;
-    const OperationUPtr planned = isOwn ? cross(*oldest) : nullptr;
+    const OperationUPtr planned = isOwn ? place(*oldest)._planned : nullptr;
     {
         const Stopwatch stopwatch(_client._statistics._executingTime);
         _client._replica.executeAgain(*entry->_operation);
@@ -57,8 +59,7 @@ void Client::Rebase::takeIn(const HistoryEntryPtr& entry)
     }
     _client.includeInAll(*entry->_operation);
     ++_client._statistics._executedCount;
-    ++_client._revision;
-    _client._entriesSinceCheckpoint.push_back(entry);
+    _client.append(entry);
     if (!isOwn)
     {
         _bridge.append(std::shared_ptr<const Operation>(entry->_operation));
@@ -73,7 +74,7 @@ void Client::Rebase::takeIn(const OperationRejected& rejection)
 {
     const OperationUPtr oldest = takeOldest();
     _client.refuse(*oldest, rejection._reason);
-    if (cross(*oldest))
+    if (place(*oldest)._planned)
     {
         leaveOut(*oldest);
     }
@@ -85,8 +86,7 @@ void Client::Rebase::finish()
     _client._pending.clear();
     for (std::size_t index = 0; index < pending.size(); ++index)
     {
-        OperationUPtr planned = cross(*pending[index]);
-        OperationUPtr happened = planned ? executeAgain(*pending[index], std::move(planned)) : nullptr;
+        OperationUPtr happened = doAgain(*pending[index]);
         if (!happened && index < _client._underWayCount)
         {
             happened = std::make_unique<EmptyOperation>();
@@ -110,25 +110,35 @@ OperationUPtr Client::Rebase::takeOldest()
     return oldest;
 }
 
-/// Null, and the operation is refused, if it can't be placed.
-OperationUPtr Client::Rebase::cross(const Operation& operation)
+/// Nothing that was made behind an operation that can't be placed can be placed either.
+Client::Rebase::Placement Client::Rebase::place(const Operation& operation)
 {
     const Stopwatch stopwatch(_client._statistics._transformingTime);
     if (!_isBridgeWhole)
     {
-        _client.refuse(operation, "It was made behind one that can't be placed any more.");
-        return nullptr;
+        return {nullptr, "It was made behind one that can't be placed any more."};
     }
     try
     {
-        return _bridge.cross(operation);
+        return {_bridge.cross(operation), std::string()};
     }
     catch (const std::exception& error)
     {
-        _client.refuse(operation, error.what());
         _isBridgeWhole = false;
+        return {nullptr, error.what()};
+    }
+}
+
+/// What happened; null if the operation was refused.
+OperationUPtr Client::Rebase::doAgain(const Operation& operation)
+{
+    Placement placement = place(operation);
+    if (!placement._planned)
+    {
+        _client.refuse(operation, placement._whyNot);
         return nullptr;
     }
+    return executeAgain(operation, std::move(placement._planned));
 }
 
 /// What happened; null if the document refused it with a failure.

@@ -3,6 +3,7 @@
 #include "CS_Bridge.h"
 #include "CS_Client.h"
 
+#include <string>
 #include <vector>
 
 namespace Zem::CollaborationSession
@@ -23,8 +24,16 @@ public:
     void finish();
 
 private:
+    /// An operation past the bridge; or null, and why there is no place for it.
+    struct Placement
+    {
+        CollaborationEngine::OperationUPtr _planned;
+        std::string _whyNot;
+    };
+
     CollaborationEngine::OperationUPtr takeOldest();
-    CollaborationEngine::OperationUPtr cross(const CollaborationEngine::Operation& operation);
+    Placement place(const CollaborationEngine::Operation& operation);
+    CollaborationEngine::OperationUPtr doAgain(const CollaborationEngine::Operation& operation);
     CollaborationEngine::OperationUPtr executeAgain(const CollaborationEngine::Operation& original,
                                                     CollaborationEngine::OperationUPtr planned);
     void leaveOut(const CollaborationEngine::Operation& original);

@@ -1,5 +1,8 @@
 #include "CS_Savepoint.h"
 
+#include "CS_ChangedNodes.h"
+#include "CS_Checkpoint.h"
+
 #include <utility>
 
 namespace Zem::CollaborationSession
@@ -10,7 +13,7 @@ using namespace CollaborationEngine;
 Client::Savepoint::Savepoint(const Client& client)
     : _underWayCount(client._underWayCount)
     , _revision(client._revision)
-    , _entriesCount(client._entriesSinceCheckpoint.size())
+    , _entriesCount(client._checkpoint->getEntries().size())
     , _undoings(client._undoings)
     , _selections(client._selections)
     , _ownSelection(client._ownSelection)
@@ -25,16 +28,16 @@ Client::Savepoint::Savepoint(const Client& client)
 
 void Client::Savepoint::restore(Client& client) &&
 {
-    const auto cut = [](auto& container, std::size_t count)
-    { container.erase(container.begin() + static_cast<std::ptrdiff_t>(count), container.end()); };
     client._pending = std::move(_pending);
+    client._pendingNodes.reset();
     client._underWayCount = _underWayCount;
     client._revision = _revision;
-    cut(client._entriesSinceCheckpoint, _entriesCount);
+    client._checkpoint->shrink(_entriesCount);
     client._undoings = std::move(_undoings);
     client._selections = std::move(_selections);
     client._ownSelection = std::move(_ownSelection);
-    cut(client._refusals, _refusalsCount);
+    client._refusals.erase(client._refusals.begin() + static_cast<std::ptrdiff_t>(_refusalsCount),
+                           client._refusals.end());
     client.restoreDocument(client._pending);
 }
 

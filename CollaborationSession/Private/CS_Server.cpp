@@ -68,9 +68,10 @@ void Server::reconnect(ClientID clientID, Revision revision, Outbox outbox)
         }
         send(client, OperationHappened{_history[current - _firstRevision]});
     }
+    // The client tells its own selection again, and hears then where that is.
     for (const auto& [leftAt, owner] : _lostSelections)
     {
-        if (leftAt >= client._base)
+        if (leftAt >= client._base && owner != clientID)
         {
             send(client, SelectionMoved{owner, nullptr});
         }

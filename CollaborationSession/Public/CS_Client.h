@@ -2,8 +2,8 @@
 
 /// The client of a shared document. Its own operations run at once and are pending until the server has them in its
 /// history. When the history grows, the client takes its pending operations back, executes what really happened, brings
-/// the pending ones past that, and executes them again. So every replica executes one history, and is equal to every
-/// other as soon as nothing is pending.
+/// the pending ones past that, and executes them again; what can't touch them runs beside them. So every replica
+/// executes one history, and is equal to every other as soon as nothing is pending.
 ///
 /// While a batch is under way the client sends no other; what is typed meanwhile goes with the next.
 
@@ -27,7 +27,8 @@
 namespace Zem::CollaborationSession
 {
 
-class Bridge;
+class ChangedNodes;
+class Checkpoint;
 
 /// A message or a snapshot that no server can have sent.
 class ZEM_EXPORT InvalidMessageError : public BaseRuntimeError
@@ -87,9 +88,9 @@ public:
     }
 
     /// Executes the user's own operations: each becomes pending, with an id. One that fails leaves the document as it
-    /// was, and the exception goes on. A reverse takes back the last pending operation while nothing was sent or has
-    /// come in since: fails with "isLastUnsent" otherwise. What can't be taken back exactly is left out of a new copy
-    /// of the document.
+    /// was, and the exception goes on; so does what an observer throws, which is a failure here. A reverse takes back
+    /// the last pending operation while nothing was sent or has come in since: fails with "isLastUnsent" otherwise.
+    /// What can't be taken back exactly, or because an observer throws, is left out of a new copy of the document.
     CollaborationEngine::OperationExecutor& getExecutor();
 
     /// An operation that undoes an own one, brought past all that came later, own and others': to be executed next, as
@@ -116,6 +117,14 @@ public:
         _composesTyping = composesTyping;
     }
 
+    /// Whether the pending operations are taken back whatever comes in. Unless this is called, an operation that
+    /// certainly commutes with all of them, because it keeps to another node, is executed where it finds them. The
+    /// documents are equal either way.
+    void setAlwaysTakesBack(bool alwaysTakesBack)
+    {
+        _alwaysTakesBack = alwaysTakesBack;
+    }
+
     /// How many operations of the history the client has.
     Revision getRevision() const
     {
@@ -123,10 +132,7 @@ public:
     }
 
     /// How many entries of the history are kept: never more than twice the checkpoint interval behind a `receive`.
-    std::size_t getKeptEntriesCount() const
-    {
-        return _entriesSinceCheckpoint.size();
-    }
+    std::size_t getKeptEntriesCount() const;
 
     /// How many own operations aren't in the history yet.
     std::size_t getPendingCount() const
@@ -147,10 +153,11 @@ public:
     /// Takes in what the server told, in its order. What this costs is paid once for all messages of a call.
     /// Fails: `InvalidMessageError` for a message with an empty entry; nothing has happened then. For what the server
     /// of this document can't have told next: "isUnderWay" for an own operation that wasn't sent, "isAsItHappened" or
-    /// the failure of an executor for an entry that doesn't fit. With what an observer throws at an entry; what it
-    /// throws at a pending operation that is executed again refuses that. All is then as it was before the first
-    /// message that was more than a selection or the confirmation of an own operation (`getRevision` tells how far that
-    /// is): the document, the pending operations, selections and refusals.
+    /// the failure of an executor for an entry that doesn't fit. All is then as it was before that message or,
+    /// once pending operations were taken back, before the first message for which they were: the document, the pending
+    /// operations, selections and refusals. `getRevision` tells how far that is.
+    /// An observer that throws stops nothing and gets nothing refused: all messages are taken in, all observers are
+    /// told, and then the first exception goes on to the caller.
     void receive(std::span<const ServerMessage> messages);
 
     /// The connection broke, and a new one is there: after the server's `reconnect` with `getRevision()` and its
@@ -178,21 +185,19 @@ public:
 private:
     class LocalExecutor;
     class Rebase;
+    class Receipt;
     class Savepoint;
 
-    void takeIn(std::span<const ServerMessage> messages, boost::optional<Savepoint>& savepoint);
     bool executeOwn(CollaborationEngine::Operation& operation, CollaborationEngine::OperationUPtr& changedOp);
     void reverseOwn(const CollaborationEngine::Operation& operation);
     void composeTyping();
-    bool confirms(const OperationHappened& happened) const;
-    void confirm(const HistoryEntryPtr& entry);
-    void takeInSelection(const SelectionMoved& moved, std::span<const CollaborationEngine::OperationUPtr> pending);
+    const ChangedNodes& getPendingNodes();
+    void append(const HistoryEntryPtr& entry);
     void refuse(const CollaborationEngine::Operation& operation, const std::string& reason);
     void forgetUndoing(const CollaborationEngine::Operation& operation);
     void restoreDocument(std::span<const CollaborationEngine::OperationUPtr> pending);
-    std::vector<const CollaborationEngine::Operation*> getOldestEntries(std::size_t count) const;
     void takeCheckpointIfDue();
-    void forgetOldestEntries(std::size_t count);
+    void forgetOldUndoings();
     void includeInAll(const CollaborationEngine::Operation& operation);
     void excludeFromAll(const CollaborationEngine::Operation& operation);
 
@@ -206,14 +211,13 @@ private:
     /// The oldest first; those that are under way stand in front. One of these that was refused here is empty: its
     /// place is kept for what the server says.
     std::vector<CollaborationEngine::OperationUPtr> _pending;
+    /// The nodes of these, and maybe more; null until somebody asks for them.
+    std::unique_ptr<ChangedNodes> _pendingNodes;
     std::size_t _underWayCount = 0;
     /// The number of the last operation that was sent.
     unsigned long _lastNumber = 0;
     CollaborationEngine::Operation::Id _nextOperationID;
-    /// A document of some revision, and what happened since: where to begin again when an operation fails.
-    std::shared_ptr<const DOM::Document> _checkpoint;
-    std::vector<HistoryEntryPtr> _entriesSinceCheckpoint;
-    Revision _checkpointInterval;
+    std::unique_ptr<Checkpoint> _checkpoint;
     /// What was undone, and the id of what undid it.
     std::map<CollaborationEngine::Operation::Id, CollaborationEngine::Operation::Id> _undoings;
     Selections _selections;
@@ -221,6 +225,7 @@ private:
     Selections _ownSelection;
     bool _isSelectionNew = false;
     bool _composesTyping = true;
+    bool _alwaysTakesBack = false;
     std::vector<Refusal> _refusals;
     Statistics _statistics;
 };

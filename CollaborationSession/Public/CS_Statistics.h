@@ -10,6 +10,8 @@ struct Statistics
     unsigned long _executedCount = 0;
     /// Own operations of a client whose place in the history was merely confirmed.
     unsigned long _confirmedCount = 0;
+    /// Operations of the history that a client executed beside its pending ones, without taking these back.
+    unsigned long _besidePendingCount = 0;
     /// Pending operations of a client that were brought past others and executed again.
     unsigned long _rebasedCount = 0;
     /// Operations that the document made something else of, once they had been brought past others.

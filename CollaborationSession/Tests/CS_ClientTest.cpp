@@ -1,4 +1,4 @@
-#include "CS_SectionColumns.h"
+#include "CS_MakeEntry.h"
 #include "CS_SessionCase.h"
 
 #include "TS_Assertions.h"
@@ -18,11 +18,6 @@ namespace
 using namespace CollaborationEngine;
 
 using Counter = DOMCollaboration::SingleActionExecutorNotificationObserver<std::function<void()>>;
-
-OperationHappened makeEntry(ClientID author, unsigned long number, std::shared_ptr<const Operation> operation)
-{
-    return {std::make_shared<HistoryEntry>(HistoryEntry{author, number, std::move(operation)})};
-}
 
 /// What a client that can't take something in must keep.
 struct State
@@ -171,6 +166,8 @@ protected:
         EXPECT_EQ(_session[0].getText(), "axyzbcd");
     }
 
+    void receiveWithFailingObserver(unsigned long failing);
+
     SessionCase _session{"{|ab}{|cd}"};
     ClientBatch _batch;
 };
@@ -255,23 +252,50 @@ std::shared_ptr<Counter> makeFailingObserver(unsigned long failing)
         });
 }
 
-TEST_F(FailingReceipt, ObserverThatThrowsLeavesEverythingAsItWasAndTheMessagesCanComeAgain)
+/// Lets one notification of the client's fail while it takes in a colleague's batch.
+void FailingReceipt::receiveWithFailingObserver(unsigned long failing)
 {
-    // The first notification is of the pending text that is taken back, the second of the entry.
-    const auto observer = makeFailingObserver(2);
-    _session[0].getClient().getNotifications().add(observer);
-    const std::vector<ServerMessage> messages{makeGoodEntry()};
-    expectThatNothingHappens([&] { EXPECT_THROW(_session[0].getClient().receive(messages), std::runtime_error); });
-    goOn();
+    _session.getServer().receive(2, _batch);
+    Client& client = _session[0].getClient();
+    const auto observer = makeFailingObserver(failing);
+    client.getNotifications().add(observer);
+    EXPECT_THROW(_session[0].receive(), std::runtime_error);
+    EXPECT_EQ(_session[0].getText(), "axyzbcd");
+    EXPECT_EQ(client.getRevision(), 1u);
+    EXPECT_EQ(client.getPendingCount(), 1u);
+    EXPECT_EQ(_session[0]._replacementsCount, 0);
+    _session.settle();
+    EXPECT_EQ(_session[1].getText(), "axyzbcd");
+    EXPECT_TRUE(client.takeRefusals().empty());
 }
 
-TEST_F(FailingReceipt, ObserverThatThrowsWhilePendingTextIsTakenBackIsGotAroundByACopy)
+TEST_F(FailingReceipt, ObserverThatThrowsWhilePendingTextIsTakenBackStopsNothing)
 {
+    receiveWithFailingObserver(1);
+}
+
+TEST_F(FailingReceipt, ObserverThatThrowsAtAnEntryStopsNothing)
+{
+    receiveWithFailingObserver(2);
+}
+
+TEST_F(FailingReceipt, ObserverThatThrowsAtPendingTextThatIsExecutedAgainGetsItNotRefused)
+{
+    receiveWithFailingObserver(3);
+}
+
+TEST(Client, OwnOperationAtWhichAnObserverThrowsFails)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(2, 2, "y");
+    const State before(session[0]);
     const auto observer = makeFailingObserver(1);
-    _session[0].getClient().getNotifications().add(observer);
-    goOn();
-    EXPECT_EQ(_session[0]._replacementsCount, 1);
-    EXPECT_TRUE(_session[0].getClient().takeRefusals().empty());
+    session[0].getClient().getNotifications().add(observer);
+    EXPECT_THROW(session[0].replace(1, 1, "x"), std::runtime_error);
+    EXPECT_TRUE(State(session[0]) == before);
+    session[0].replace(0, 0, "z");
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "zaby");
 }
 
 TEST(Client, TakingBackThatFailsIsGotAroundByACopy)
@@ -292,27 +316,6 @@ TEST(Client, TakingBackThatFailsIsGotAroundByACopy)
     session[0].replace(0, 0, "z");
     session.settle();
     EXPECT_EQ(session[1].getText(), "zxab");
-}
-
-/// A pending setting that can't be brought past another one, and text behind it.
-TEST(Client, WhatWasMadeBehindAnOperationThatCantBePlacedIsRefusedWithIt)
-{
-    SessionCase session("{|ab}${|cd}");
-    SetPropertyOperation twoColumns = setSectionColumns(5, 2);
-    session[0].execute(twoColumns);
-    session[0].replace(1, 1, "x");
-    SetPropertyOperation threeColumns = setSectionColumns(5, 3);
-    session[1].execute(threeColumns);
-    session[1].send();
-    session[0].receive();
-    const auto refusals = session[0].getClient().takeRefusals();
-    ASSERT_EQ(refusals.size(), 2u);
-    EXPECT_EQ(refusals[0]._operationID, *twoColumns.getID());
-    EXPECT_EQ(refusals[0]._reason, "Same node transformation should never happen for this node type.");
-    EXPECT_EQ(refusals[1]._operationID, session[0].getOperationIDs().front());
-    EXPECT_EQ(refusals[1]._reason, "It was made behind one that can't be placed any more.");
-    session.settle();
-    EXPECT_EQ(session[0].show(), "{|ab}${|cd}");
 }
 
 /// A client that never sends, and so always has something pending.

@@ -3,9 +3,12 @@
 #include "CS_EditorCase.h"
 #include "CS_SessionCase.h"
 
+#include "TS_Assertions.h"
 #include "TS_TextCase.h"
 
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 namespace Zem::CollaborationSession
 {
@@ -51,6 +54,42 @@ TEST(ExecuteStably, WhatHappenedHappensAgainInAnEqualDocument)
     EditedDocument other(TestSupport::makeText("{|ab|c}"));
     other.execute(std::move(changedOp));
     EXPECT_EQ(TestSupport::print(other.getText()), "{|ab}{}{|c}");
+}
+
+/// Makes something else of every operation, each time.
+class NeverContent final : public CollaborationEngine::OperationExecutor
+{
+public:
+    bool executeAndChangeIfNeeded(CollaborationEngine::Operation&, OperationUPtr& changedOp) override
+    {
+        ++_executedCount;
+        changedOp = std::make_unique<CollaborationEngine::EmptyOperation>();
+        return true;
+    }
+
+    void reverse(CollaborationEngine::Operation&) override
+    {
+        ++_reversedCount;
+    }
+
+    CollaborationEngine::AfterDocumentActionSignal& getAfterDocumentActionSignal() override
+    {
+        throw std::logic_error("Nobody listens");
+    }
+
+    int _executedCount = 0;
+    int _reversedCount = 0;
+};
+
+TEST(ExecuteStably, OperationThatIsChangedEachTimeFails)
+{
+    NeverContent executor;
+    OperationUPtr changedOp;
+    CollaborationEngine::EmptyOperation operation;
+    EXPECT_ASSERTION(executeStably(executor, operation, changedOp, [] { FAIL(); }), "isStable");
+    // Once as it came, and each of the eight attempts that it is given.
+    EXPECT_EQ(executor._executedCount, 9);
+    EXPECT_EQ(executor._reversedCount, 8);
 }
 
 TEST(ExecuteStably, InsertionThatIsRepairedTwiceEndsEqualEverywhere)

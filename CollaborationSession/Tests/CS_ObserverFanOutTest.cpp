@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 
 namespace Zem::CollaborationSession
@@ -55,6 +56,49 @@ TEST(ObserverFanOut, PassesOverThoseThatAreGone)
     fanOut.add(late);
     fanOut.onScriptRemoved("name");
     EXPECT_EQ(3, callsCount);
+}
+
+/// Two observers that throw, in front of one that counts its calls.
+class ThrowingObservers : public testing::Test
+{
+protected:
+    ThrowingObservers()
+    {
+        _fanOut.add(_first);
+        _fanOut.add(_second);
+        _fanOut.add(_counter);
+    }
+
+    ObserverFanOut _fanOut;
+    int _callsCount = 0;
+    std::shared_ptr<Counter> _first = std::make_shared<Counter>([] { throw std::runtime_error("first"); });
+    std::shared_ptr<Counter> _second = std::make_shared<Counter>([] { throw std::logic_error("second"); });
+    std::shared_ptr<Counter> _counter = std::make_shared<Counter>([this] { ++_callsCount; });
+};
+
+TEST_F(ThrowingObservers, KeepNothingFromTheOthersAndTheFirstExceptionGoesOn)
+{
+    EXPECT_THROW(_fanOut.onScriptInserted("name"), std::runtime_error);
+    EXPECT_EQ(_callsCount, 1);
+    _first.reset();
+    EXPECT_THROW(_fanOut.onScriptInserted("name"), std::logic_error);
+    EXPECT_EQ(_callsCount, 2);
+}
+
+TEST_F(ThrowingObservers, AreHeardOfBehindAPostponement)
+{
+    {
+        const ObserverFanOut::Postponement postponement(_fanOut);
+        EXPECT_NO_THROW(postponement.rethrow());
+        EXPECT_NO_THROW(_fanOut.onScriptInserted("name"));
+        _first.reset();
+        EXPECT_NO_THROW(_fanOut.onScriptInserted("name"));
+        EXPECT_EQ(_callsCount, 2);
+        EXPECT_THROW(postponement.rethrow(), std::runtime_error);
+    }
+    EXPECT_THROW(_fanOut.onScriptInserted("name"), std::logic_error);
+    const ObserverFanOut::Postponement next(_fanOut);
+    EXPECT_NO_THROW(next.rethrow());
 }
 
 TEST(ObserverFanOut, PassesEachNotificationOnOnce)

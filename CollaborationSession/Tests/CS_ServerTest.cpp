@@ -232,6 +232,24 @@ TEST(Server, RejectedOperationThatHadChangedAPartLeavesNoTrace)
     session.settle();
 }
 
+TEST(Server, WhatAnObserverThrowsIsAFailureOfTheOperation)
+{
+    SessionCase session("{|ab}");
+    Server& server = session.getServer();
+    auto observer = std::make_shared<Counter>([] { throw std::runtime_error("An observer failed"); });
+    server.getNotifications().add(observer);
+    session[0].replace(1, 1, "x");
+    session.settle();
+    EXPECT_EQ(server.getRevision(), 0u);
+    const auto refusals = session[0].getClient().takeRefusals();
+    ASSERT_EQ(refusals.size(), 1u);
+    EXPECT_EQ(refusals[0]._reason, "An observer failed");
+    observer.reset();
+    session[0].replace(2, 2, "y");
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "aby");
+}
+
 TEST(Server, ManyBadOperationsExecuteNoEntryAgainMoreThanOnce)
 {
     SessionCase session("{|ab}");

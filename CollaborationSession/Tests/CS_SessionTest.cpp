@@ -1,3 +1,4 @@
+#include "CS_SectionColumns.h"
 #include "CS_SessionCase.h"
 
 #include "TS_Assertions.h"
@@ -16,18 +17,53 @@ namespace
 
 using namespace CollaborationEngine;
 
+/// Lets all messages travel; everybody must have `text` then.
+void expectEnd(SessionCase& session, std::string_view text)
+{
+    session.settle();
+    for (std::size_t who = 0; who < session.size(); ++who)
+    {
+        EXPECT_EQ(session[who].getText(), text) << "client " << who + 1;
+    }
+}
+
+/// Undoes the first own operation of a client.
+void undoFirst(SessionCase& session, std::size_t who)
+{
+    EXPECT_TRUE(session[who].undo(session[who].getOperationIDs().front()));
+}
+
+/// What a client has to send, the last operation of it replaced by one that no document takes: the operation is good
+/// where it was made, and the server has to reject it.
+ClientBatch takeSpoiltBatch(Participant& participant)
+{
+    ClientBatch batch = *participant.getClient().takeBatch();
+    batch._operations.back() = std::shared_ptr<const Operation>(SessionCase::makeBadOperation());
+    return batch;
+}
+
 /// The caret of a client, as a slot.
 unsigned long getCaret(const Selection& selection)
 {
     return boost::get<NodeAddressing::AddressInList>(selection.getSelectionBegin().getAddress().getItem(1)).getIndex();
 }
 
+unsigned long getOwnCaret(Participant& participant)
+{
+    return getCaret(*participant.getClient().findOwnSelection());
+}
+
+/// The caret of the client `owner`, as `viewer` sees it.
+unsigned long getCaretOf(ClientID owner, Participant& viewer)
+{
+    return getCaret(viewer.getClient().getSelections().at(owner));
+}
+
 TEST(Session, WhatOneTypesReachesTheOther)
 {
     SessionCase session("{|ab}");
     session[0].replace(1, 1, "xy");
-    session.settle();
-    EXPECT_EQ(session[1].getText(), "axyb");
+    expectEnd(session, "axyb");
     EXPECT_EQ(session[0].getClient().getStatistics()._confirmedCount, 1u);
     EXPECT_EQ(session[0].getClient().getStatistics()._executedCount, 0u);
 }
@@ -38,8 +74,7 @@ TEST(Session, InATieTheOneInTheHistoryGoesFirst)
     session[0].replace(1, 1, "x");
     session[1].replace(1, 1, "y");
     session[1].send();
-    session.settle();
-    EXPECT_EQ(session[0].getText(), "ayxb");
+    expectEnd(session, "ayxb");
 }
 
 TEST(Session, BothDeleteTheSameAndNoMore)
@@ -47,8 +82,7 @@ TEST(Session, BothDeleteTheSameAndNoMore)
     SessionCase session("{|abcdef}");
     session[0].replace(1, 4, "");
     session[1].replace(2, 5, "");
-    session.settle();
-    EXPECT_EQ(session[0].getText(), "af");
+    expectEnd(session, "af");
 }
 
 TEST(Session, WordTypedIntoARemovedParagraphEndsAsOneWordInOneParagraph)
@@ -62,8 +96,7 @@ TEST(Session, WordTypedIntoARemovedParagraphEndsAsOneWordInOneParagraph)
     EXPECT_EQ(session[0].getText(), "ab\ncwordd\nef");
     session[1].replace(3, 6, "");
     session[1].send();
-    session.settle();
-    EXPECT_EQ(session[1].getText(), "ab\nword\nef");
+    expectEnd(session, "ab\nword\nef");
 }
 
 TEST(Session, WordTypedAloneIntoARemovedParagraphStaysOneParagraphLetterByLetter)
@@ -78,8 +111,7 @@ TEST(Session, WordTypedAloneIntoARemovedParagraphStaysOneParagraphLetterByLetter
         ++offset;
         session[0].send();
     }
-    session.settle();
-    EXPECT_EQ(session[1].getText(), "ab\nword\nef");
+    expectEnd(session, "ab\nword\nef");
 }
 
 TEST(Session, LateJoinerGetsWhatIsThere)
@@ -122,8 +154,7 @@ TEST(Session, ReconnectingSendsAgainWhatTheServerHasNotGot)
     session[1].replace(0, 0, "z");
     session[1].send();
     session[0].reconnect();
-    session.settle();
-    EXPECT_EQ(session[1].getText(), "zaxyb");
+    expectEnd(session, "zaxyb");
 }
 
 TEST(Session, ReconnectingTakesInWhatTheServerHadGot)
@@ -136,8 +167,7 @@ TEST(Session, ReconnectingTakesInWhatTheServerHadGot)
     session[1].replace(0, 0, "z");
     session[1].send();
     session[0].reconnect();
-    session.settle();
-    EXPECT_EQ(session[1].getText(), "zaxyb");
+    expectEnd(session, "zaxyb");
 }
 
 TEST(Session, BatchThatArrivesTwiceIsTakenInOnce)
@@ -147,8 +177,7 @@ TEST(Session, BatchThatArrivesTwiceIsTakenInOnce)
     const auto batch = session[0].getClient().takeBatch();
     session.getServer().receive(1, *batch);
     session.getServer().receive(1, *batch);
-    session.settle();
-    EXPECT_EQ(session[1].getText(), "axb");
+    expectEnd(session, "axb");
 }
 
 TEST(Session, OperationThatFitsNoDocumentIsRejectedAndNobodyElseNotices)
@@ -165,22 +194,17 @@ TEST(Session, OperationThatFitsNoDocumentIsRejectedAndNobodyElseNotices)
     EXPECT_FALSE(std::get<OperationRejected>(told.front())._reason.empty());
     EXPECT_EQ(session[1].getInboxSize(), inboxBefore);
     EXPECT_EQ(session.getServer().getRevision(), 0u);
-    session.settle();
-    EXPECT_EQ(session[0].getText(), "ab");
+    expectEnd(session, "ab");
 }
 
 TEST(Session, AuthorOfARejectedOperationGoesOnWithoutIt)
 {
-    // The operation is good where it is made, and the server has another document.
     SessionCase session("{|ab}");
     session[0].replace(2, 2, "x");
-    auto batch = *session[0].getClient().takeBatch();
-    batch._operations.front() = std::shared_ptr<const Operation>(SessionCase::makeBadOperation());
+    const ClientBatch batch = takeSpoiltBatch(session[0]);
     session[0].replace(0, 0, "y");
     session.getServer().receive(1, batch);
-    session.settle();
-    EXPECT_EQ(session[0].getText(), "yab");
-    EXPECT_EQ(session[1].getText(), "yab");
+    expectEnd(session, "yab");
     const auto refusals = session[0].getClient().takeRefusals();
     ASSERT_EQ(refusals.size(), 1u);
     EXPECT_FALSE(refusals.front()._reason.empty());
@@ -198,8 +222,7 @@ TEST(Session, SettingBehindARejectedOneOfTheSameAuthorCounts)
     };
     SessionCase session("{|ab}");
     session[0].setRunProperty(0, 2, PropertyId::RunPropertyId, makeSize(10));
-    auto batch = *session[0].getClient().takeBatch();
-    batch._operations.back() = std::shared_ptr<const Operation>(SessionCase::makeBadOperation());
+    const ClientBatch batch = takeSpoiltBatch(session[0]);
     session[0].setRunProperty(0, 2, PropertyId::RunPropertyId, makeSize(12));
     session.getServer().receive(1, batch);
     session.settle();
@@ -213,13 +236,11 @@ TEST(Session, RejectionThatWasLostWithTheConnectionIsToldAgain)
 {
     SessionCase session("{|ab}");
     session[0].replace(2, 2, "x");
-    auto batch = *session[0].getClient().takeBatch();
-    batch._operations.front() = std::shared_ptr<const Operation>(SessionCase::makeBadOperation());
+    const ClientBatch batch = takeSpoiltBatch(session[0]);
     session.getServer().receive(1, batch);
     session[0].disconnect();
     session[0].reconnect();
-    session.settle();
-    EXPECT_EQ(session[0].getText(), "ab");
+    expectEnd(session, "ab");
     EXPECT_EQ(session[0].getClient().takeRefusals().size(), 1u);
 }
 
@@ -234,8 +255,7 @@ TEST(Session, OwnOperationThatFailsLeavesTheDocumentAsItWas)
     EXPECT_EQ(session[0].getText(), "axb");
     EXPECT_EQ(session[0]._replacementsCount, 1);
     session[0].replace(3, 3, "y");
-    session.settle();
-    EXPECT_EQ(session[1].getText(), "axby");
+    expectEnd(session, "axby");
 }
 
 TEST(Session, BatchesThatNoClientCanHaveSentAreErrors)
@@ -278,11 +298,9 @@ TEST(Session, UndoOfADeletionLeavesWhatOthersDid)
     SessionCase session("{|abcdef}");
     session[0].replace(1, 5, "");
     session[1].replace(3, 3, "x");
-    session.settle();
-    EXPECT_EQ(session[0].getText(), "axf");
-    EXPECT_TRUE(session[0].undo(session[0].getOperationIDs().front()));
-    session.settle();
-    EXPECT_EQ(session[1].getText(), "abcxdef");
+    expectEnd(session, "axf");
+    undoFirst(session, 0);
+    expectEnd(session, "abcxdef");
 }
 
 TEST(Session, WordThatTwoDeletedStaysDeletedWhenOneTakesItBack)
@@ -291,12 +309,10 @@ TEST(Session, WordThatTwoDeletedStaysDeletedWhenOneTakesItBack)
     session[0].replace(3, 7, "");
     session[1].replace(3, 7, "");
     session.settle();
-    EXPECT_TRUE(session[0].undo(session[0].getOperationIDs().front()));
-    session.settle();
-    EXPECT_EQ(session[1].getText(), "one");
-    EXPECT_TRUE(session[1].undo(session[1].getOperationIDs().front()));
-    session.settle();
-    EXPECT_EQ(session[0].getText(), "one two");
+    undoFirst(session, 0);
+    expectEnd(session, "one");
+    undoFirst(session, 1);
+    expectEnd(session, "one two");
 }
 
 TEST(Session, UndoOfAnInsertionLeavesWhatOthersTypedInside)
@@ -306,9 +322,8 @@ TEST(Session, UndoOfAnInsertionLeavesWhatOthersTypedInside)
     session.settle();
     session[1].replace(2, 2, "-");
     session.settle();
-    EXPECT_TRUE(session[0].undo(session[0].getOperationIDs().front()));
-    session.settle();
-    EXPECT_EQ(session[1].getText(), "a-b");
+    undoFirst(session, 0);
+    expectEnd(session, "a-b");
 }
 
 TEST(Session, DeletionCantBeTakenBackTwice)
@@ -340,12 +355,12 @@ TEST(Session, SelectionsOfOthersMoveWithTheText)
     session[0].putCaret(3);
     session.settle();
     ASSERT_EQ(session[1].getClient().getSelections().size(), 1u);
-    EXPECT_EQ(getCaret(session[1].getClient().getSelections().at(1)), 5u);
+    EXPECT_EQ(getCaretOf(1, session[1]), 5u);
 
     session[1].replace(0, 0, "xy");
-    EXPECT_EQ(getCaret(session[1].getClient().getSelections().at(1)), 7u);
+    EXPECT_EQ(getCaretOf(1, session[1]), 7u);
     session.settle();
-    EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 7u);
+    EXPECT_EQ(getOwnCaret(session[0]), 7u);
     EXPECT_EQ(getCaret(session.getServer().getSelections().at(1)), 7u);
 }
 
@@ -360,10 +375,10 @@ TEST(Session, CaretInAPendingWordStaysAtItsLetterWhenTheWordGetsAParagraph)
         session[1].send();
         session[0].receive();
         EXPECT_EQ(session[0].show(), "{|ab}[.....]{|word}{|ef}");
-        EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 12u + letter);
+        EXPECT_EQ(getOwnCaret(session[0]), 12u + letter);
         session.settle();
-        EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 12u + letter);
-        EXPECT_EQ(getCaret(session[1].getClient().getSelections().at(1)), 12u + letter);
+        EXPECT_EQ(getOwnCaret(session[0]), 12u + letter);
+        EXPECT_EQ(getCaretOf(1, session[1]), 12u + letter);
     }
 }
 
@@ -372,17 +387,37 @@ TEST(Session, CaretInsidePendingTextSurvivesEveryRebase)
     SessionCase session("{|abcd}");
     session[0].replace(2, 2, "xyz");
     session[0].putCaret(4);
-    EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 6u);
+    EXPECT_EQ(getOwnCaret(session[0]), 6u);
     for (unsigned long round = 1; round <= 3; ++round)
     {
         session[1].replace(0, 0, "-");
         session[1].send();
         session[0].receive();
         session[1].receive();
-        EXPECT_EQ(getCaret(*session[0].getClient().findOwnSelection()), 6u + round);
+        EXPECT_EQ(getOwnCaret(session[0]), 6u + round);
     }
     session.settle();
-    EXPECT_EQ(getCaret(session[1].getClient().getSelections().at(1)), 9u);
+    EXPECT_EQ(getCaretOf(1, session[1]), 9u);
+}
+
+// What the server had said of the lost one used to take the next one away.
+TEST(Session, SelectionBehindOneThatWasLostSurvivesABrokenConnection)
+{
+    SessionCase session("{|ab}${|cd}");
+    SetPropertyOperation twoColumns = setSectionColumns(5, 2);
+    session[0].execute(twoColumns);
+    session[0].send();
+    SetPropertyOperation threeColumns = setSectionColumns(5, 3);
+    session[1].execute(threeColumns);
+    session[1].putCaret(1);
+    session.settle();
+    ASSERT_EQ(session[1].getClient().findOwnSelection(), nullptr);
+    session[1].putCaret(2);
+    session.settle();
+    session[1].disconnect();
+    session[1].reconnect();
+    session.settle();
+    EXPECT_NE(session[1].getClient().findOwnSelection(), nullptr);
 }
 
 TEST(Session, SelectionGoesWithItsClient)
@@ -412,7 +447,7 @@ TEST(Session, LateJoinerSeesTheSelections)
     SessionCase session("{|abcd}", 1);
     session[0].putCaret(2);
     session.settle();
-    EXPECT_EQ(getCaret(session.join().getClient().getSelections().at(1)), 4u);
+    EXPECT_EQ(getCaretOf(1, session.join()), 4u);
 }
 
 } // namespace
