@@ -136,8 +136,9 @@ TEST_F(ASession, FindsALegalOperationThatWasRejected)
 TEST_F(ASession, FindsALegalOperationThatItsClientRefused)
 {
     addSmugglingGenerators();
+    // What comes in is an edit of the text, for which what is pending there is taken back and executed again.
     for (const Step& step :
-         {Step{Action::Do, 2, "script", 1}, Step{Action::Send, 2, "", 0}, Step{Action::ToServer, 2, "", 1},
+         {Step{Action::Do, 2, "type", 4711}, Step{Action::Send, 2, "", 0}, Step{Action::ToServer, 2, "", 1},
           Step{Action::Do, 1, "smuggle", 1}, Step{Action::Do, 1, "drop", 1}, Step{Action::ToClient, 1, "", 1}})
     {
         _session.apply(step);
