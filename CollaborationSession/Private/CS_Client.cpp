@@ -1,14 +1,13 @@
 #include "CS_Client.h"
 
-#include "CS_Bridge.h"
 #include "CS_ChangedNodes.h"
 #include "CS_Checkpoint.h"
 #include "CS_ComposedTyping.h"
 #include "CS_ExecuteStably.h"
 #include "CS_MoveSelections.h"
 #include "CS_Receipt.h"
+#include "CS_UndoSearch.h"
 
-#include "CE_InverseOperation.h"
 #include "DClb_DocumentPositionTransformer.h"
 
 #include "Util_Assert.h"
@@ -128,39 +127,18 @@ OperationUPtr Client::makeUndo(Operation::Id operationID)
     {
         return nullptr;
     }
-    const Operation* undone = nullptr;
-    Bridge later(_replica.getTransformer());
-    const auto pass = [&](const Operation& operation, bool isOwn)
-    {
-        if (undone)
-        {
-            later.append(cloneOperation(operation));
-        }
-        else if (isOwn && operation.getID() == operationID)
-        {
-            undone = &operation;
-        }
-    };
+    UndoSearch search(_replica.getTransformer(), operationID);
     for (const HistoryEntryPtr& entry : _checkpoint->getEntries())
     {
-        pass(*entry->_operation, entry->_author == _id);
+        search.pass(*entry->_operation, entry->_author == _id);
     }
     for (const OperationUPtr& operation : _pending)
     {
-        pass(*operation, true);
+        search.pass(*operation, true);
     }
-    if (!undone)
+    OperationUPtr undoing = search.makeUndo();
+    if (!undoing)
     {
-        return nullptr;
-    }
-    OperationUPtr undoing;
-    try
-    {
-        undoing = later.cross(*CollaborationEngine::makeUndo(*undone, _replica.getTransformer()));
-    }
-    catch (const std::exception&)
-    {
-        // Some nodes take only one setting at a time: theirs can't be brought past another.
         return nullptr;
     }
     undoing->setIDIfNeeded(_nextOperationID);
