@@ -3,6 +3,8 @@
 #include "CE_AfterDocumentActionSignal.h"
 #include "CE_BaseOperationTransformer.h"
 #include "CE_InverseOperation.h"
+#include "CE_NodeOperands.h"
+#include "CE_OperationParts.h"
 
 #include "Util_Assert.h"
 
@@ -13,18 +15,6 @@ namespace Zem::CollaborationEngine
 
 namespace
 {
-
-std::vector<OperationUPtr> takePlainApart(OperationUPtr operation)
-{
-    auto* composite = cast<CompositeOperation>(operation.get());
-    if (composite && !composite->bringsShadowedAlong())
-    {
-        return std::move(composite->getParts());
-    }
-    std::vector<OperationUPtr> parts;
-    parts.push_back(std::move(operation));
-    return parts;
-}
 
 /// What became of `planned`, with the way that leads on to it.
 ChangeOfRestoring makeChange(const CompositeOperation& planned, std::vector<OperationUPtr> changes)
@@ -125,8 +115,7 @@ bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPt
             changes.push_back(makeReversal(planned));
             changes.push_back(cloneOperation(*changedPart));
         }
-        if (followed && composite.bringsShadowedAlong() && cast<ShadowedOperation>(followed.get()) &&
-            !cast<ShadowedOperation>(part.get()))
+        if (followed && composite.bringsShadowedAlong() && countDeadPlaces(*followed) > countDeadPlaces(*part))
         {
             // What was to end the shadow didn't happen. The operation waits on where it always stood.
             followed = std::make_unique<EmptyOperation>();
@@ -148,7 +137,7 @@ bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPt
     if (composite.bringsShadowedAlong() && !cast<EmptyOperation>(whatHappened.get()))
     {
         // Even a restoring that brings nothing along any more tells that something was changed.
-        whatHappened = std::make_unique<CompositeOperation>(takePlainApart(std::move(whatHappened)),
+        whatHappened = std::make_unique<CompositeOperation>(splitResult(std::move(whatHappened)),
                                                             makeChange(composite, std::move(changes)));
     }
     changedOp = std::move(whatHappened);

@@ -198,9 +198,7 @@ boost::optional<OperationParts> Crossing::awaken(const Operation& shadowed, std:
 /// Brings what joins a restoring, as that was planned, to where it has to be behind what happened.
 void Crossing::goTheWay(Parts& awakened, ChangeOfRestoring& change, TieResolveCondition tieResolveCondition) const
 {
-    Parts planned;
-    planned.push_back(std::move(change._planned));
-    planned = takeUnitApart(std::move(planned));
+    Parts planned = takeUnitApart(takeParts(*change._planned));
     for (const OperationUPtr& part : awakened)
     {
         planned.push_back(cloneOperation(*part));

@@ -56,8 +56,9 @@ bool isInSomethingDeadWithout(const NodeOperand& operand, const NodeOperand& oth
                                            { return place._chunkIndex < chunksCount && !hasPlace(other, place); });
 }
 
-/// Whether a map has another value under the key now than the one in which one of the two operands lies, and the other
-/// one lies in that, though the address of `second` begins that of `first`.
+/// Whether a map has another value under the key now than the one in which one of the two operations lies, and the
+/// other one lies in that, though the address of `second` begins that of `first`. Elements of lists, rows and columns
+/// keep their index, dead or live: two operations of one state that lie in one of them share its being dead.
 bool areInDifferentValues(const NodeOperand& first, const NodeOperand& second)
 {
     const unsigned long sharedChunksCount = second._operation.getNodeAddress().getSize();

@@ -23,7 +23,7 @@ using TextInsert = ListMultirangeOperationImpl<ListModificationOperation<InsertT
 constexpr Operation::Id repairedID = 4;
 
 /// Where the operation with that id is to insert something, two other elements go in at gap 2. Element 1 is never
-/// restored.
+/// restored, and of elements 0 and 1 only the former.
 class RepairingExecutor final : public AtomicOperationExecutor
 {
 public:
@@ -37,6 +37,15 @@ public:
         if (describe(operation) == "/1 restore(1,1, 1 items)")
         {
             changedOp = std::make_unique<EmptyOperation>();
+            return true;
+        }
+        if (describe(operation) == "/1 restore(0,2, 2 items)")
+        {
+            OperationUPtr first = std::make_unique<ListModificationOperation<RestoreTag>>(
+                listAddress(), ElementListType, makeElementItems({makeTreeDocument()._list[0]._element}),
+                IndexRange<unsigned long>::fromCount(0, 1));
+            _executor.executeAndChangeIfNeeded(cast<AtomicOperation>(*first), changedOp);
+            changedOp = std::move(first);
             return true;
         }
         if (operation.getID() != repairedID)
@@ -151,6 +160,25 @@ TEST_F(ChangeOfRestoringTest, RestoringThatDidntHappenLeavesAllAsleep)
     _replica.undo(0);
     EXPECT_EQ(describe(*_replica.getHistory().back()), "nothing");
     EXPECT_EQ(describe(*_replica.pastHistory(cloneOperation(*edit), 2)), describe(*edit));
+}
+
+TEST_F(ChangeOfRestoringTest, RestoringThatHappenedInPartLeavesTheRestAsleep)
+{
+    _replica.run(std::make_unique<ListModificationOperation<MarkAsRemovedTag>>(
+        listAddress(), ElementListType, IndexRange<unsigned long>::fromCount(0, 2)));
+    for (const unsigned long element : {0ul, 1ul})
+    {
+        _replica.run(_replica.pastHistory(insertText(listElementAddress(element), 0, 900, 8 + element), 0));
+    }
+    const OperationUPtr inFirst = _replica.pastHistory(insertText(listElementAddress(0), 1, 910, 10), 0);
+    const OperationUPtr inSecond = _replica.pastHistory(insertText(listElementAddress(1), 1, 910, 11), 0);
+    _replica.undo(0);
+    const std::string happened = "brings[/1 restore(0,1, 1 items); /1[0]/2 multi{insert(0,1, 1 items) }; ]";
+    EXPECT_EQ(describe(*_replica.getHistory().back()), happened);
+    EXPECT_EQ(describe(*_replica.pastHistory(cloneOperation(*inSecond), 3)), describe(*inSecond));
+    EXPECT_EQ(describe(*_transformer->include(*_replica.getHistory().back(), *inSecond, late)), happened);
+    _replica.run(_replica.pastHistory(cloneOperation(*inFirst), 3));
+    EXPECT_EQ(getText(), "900 10 910 11 ");
 }
 
 TEST_F(ChangeOfRestoringTest, OneThatIsChangedAgainGoesTheWholeWay)

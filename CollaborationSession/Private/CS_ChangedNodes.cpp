@@ -94,7 +94,7 @@ void ChangedNodes::add(const Operation& operation)
 
 bool ChangedNodes::commuteWith(const Operation& operation) const
 {
-    if (!_areAllKnown || _addresses.empty())
+    if (!_areAllKnown || _addresses.empty() || cast<EmptyOperation>(&operation))
     {
         return _areAllKnown;
     }

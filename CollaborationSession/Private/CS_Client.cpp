@@ -8,6 +8,7 @@
 #include "CS_Receipt.h"
 #include "CS_UndoSearch.h"
 
+#include "CE_AfterDocumentActionSignal.h"
 #include "DClb_DocumentPositionTransformer.h"
 
 #include "Util_Assert.h"
@@ -181,10 +182,11 @@ void Client::receive(std::span<const ServerMessage> messages)
 {
     requireWhole(messages);
     // What happened has happened, whatever an observer makes of it.
-    const ObserverFanOut::Postponement postponement(_replica.getNotifications());
+    ObserverFanOut::Postponement postponement(_replica.getNotifications());
     Receipt receipt(*this);
     try
     {
+        const auto silence = _replica.getExecutor().getSetSilentModeGuard();
         receipt.takeIn(messages);
     }
     catch (...)
@@ -193,6 +195,10 @@ void Client::receive(std::span<const ServerMessage> messages)
         throw;
     }
     takeCheckpointIfDue();
+    if (receipt.hasExecuted())
+    {
+        postponement.tell([this] { _replica.getExecutor().getAfterDocumentActionSignal()(); });
+    }
     postponement.rethrow();
 }
 

@@ -66,6 +66,10 @@ void followChangedInsertion(const Insertion& planned, const std::vector<std::siz
 void includeInSelections(BaseClientEditingStateTransformer& transformer, const Operation& operation,
                          Selections& selections)
 {
+    if (selections.empty())
+    {
+        return;
+    }
     if (const auto* composite = cast<CompositeOperation>(&operation))
     {
         for (const OperationUPtr& part : composite->getParts())
@@ -80,6 +84,10 @@ void includeInSelections(BaseClientEditingStateTransformer& transformer, const O
 void excludeFromSelections(BaseClientEditingStateTransformer& transformer, const Operation& operation,
                            Selections& selections)
 {
+    if (selections.empty())
+    {
+        return;
+    }
     if (const auto* composite = cast<CompositeOperation>(&operation))
     {
         const auto& parts = composite->getParts();

@@ -1,5 +1,7 @@
 #include "CS_ObserverFanOut.h"
 
+#include "Util_Assert.h"
+
 #include <algorithm>
 
 namespace Zem::CollaborationSession
@@ -49,6 +51,26 @@ void ObserverFanOut::throwOrPostpone(const std::exception_ptr& failure) const
     if (!_postponement->_first)
     {
         _postponement->_first = failure;
+    }
+}
+
+ObserverFanOut::Postponement::Postponement(ObserverFanOut& fanOut)
+    : _fanOut(fanOut)
+{
+    const bool isAlone = _fanOut._postponement == nullptr;
+    ZEM_ASSERT(isAlone);
+    _fanOut._postponement = this;
+}
+
+void ObserverFanOut::Postponement::tell(CallableRef<void()> notify)
+{
+    try
+    {
+        notify();
+    }
+    catch (...)
+    {
+        _first = _first ? _first : std::current_exception();
     }
 }
 

@@ -117,6 +117,7 @@ bool Client::Receipt::isBesidePending(const HistoryEntry& entry) const
 /// in all that is remembered.
 void Client::Receipt::executeBesidePending(const HistoryEntryPtr& entry)
 {
+    _hasExecuted = true;
     try
     {
         const Stopwatch stopwatch(_client._statistics._executingTime);
@@ -137,6 +138,7 @@ Client::Rebase& Client::Receipt::getRebase()
 {
     if (!_rebase)
     {
+        _hasExecuted = true;
         _savepoint.emplace(_client);
         _rebase.emplace(_client);
     }

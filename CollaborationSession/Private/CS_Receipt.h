@@ -24,6 +24,12 @@ public:
 
     void takeIn(std::span<const ServerMessage> messages);
 
+    /// Whether anything was executed, or taken back.
+    bool hasExecuted() const
+    {
+        return _hasExecuted;
+    }
+
     /// Behind a `takeIn` that failed: makes the client what it was when the pending operations were taken back.
     void giveUp();
 
@@ -38,6 +44,7 @@ private:
     Rebase& getRebase();
 
     Client& _client;
+    bool _hasExecuted = false;
     /// Made before anything that the rebase changes.
     boost::optional<Savepoint> _savepoint;
     boost::optional<Rebase> _rebase;

@@ -12,23 +12,83 @@ namespace Zem::CollaborationSession
 
 using namespace CollaborationEngine;
 
+namespace
+{
+
+/// Hands over what isn't composite, whatever the nesting.
+template<class Consume>
+void forEachSingle(const Operation& operation, const Consume& consume)
+{
+    const auto* composite = cast<CompositeOperation>(&operation);
+    if (!composite)
+    {
+        consume(operation);
+        return;
+    }
+    for (const OperationUPtr& part : composite->getParts())
+    {
+        forEachSingle(*part, consume);
+    }
+}
+
+/// The ids of all that isn't composite; none if something has no id.
+std::set<Operation::Id> getIDs(const Operation& operation)
+{
+    std::set<Operation::Id> ids;
+    bool haveAllIDs = true;
+    forEachSingle(operation,
+                  [&](const Operation& single)
+                  {
+                      const auto id = single.getID();
+                      haveAllIDs &= id.has_value();
+                      ids.insert(id.value_or(0));
+                  });
+    return haveAllIDs ? ids : std::set<Operation::Id>();
+}
+
+bool isWhollyShadowed(const Operation& operation)
+{
+    bool isShadowed = true;
+    forEachSingle(operation,
+                  [&](const Operation& single) { isShadowed &= cast<ShadowedOperation>(&single) != nullptr; });
+    return isShadowed;
+}
+
+} // namespace
+
 void UndoSearch::pass(const Operation& operation, bool isOwn)
 {
     if (!_undone)
     {
-        _undone = isOwn && operation.getID() == _id ? cloneOperation(operation) : nullptr;
+        if (isOwn && operation.getID() == _id)
+        {
+            beginAt(cloneOperation(operation), {});
+        }
         return;
     }
     std::vector<OperationUPtr> pieces;
     OperationPtrs behind;
     splitAtPieces(operation, pieces, behind);
-    if (pieces.empty())
+    OperationUPtr broughtAlong = makeOperationFromParts(std::move(pieces));
+    if (!_dormantIDs.empty() && getIDs(*broughtAlong) == _dormantIDs)
     {
-        _later.push_back(cloneOperation(operation));
+        beginAt(std::move(broughtAlong), std::move(behind));
         return;
     }
-    _undone = makeOperationFromParts(std::move(pieces));
-    _later = std::move(behind);
+    _later.push_back(cloneOperation(operation));
+}
+
+void UndoSearch::beginAt(OperationUPtr undone, OperationPtrs later)
+{
+    _dormantIDs = isWhollyShadowed(*undone) ? getIDs(*undone) : std::set<Operation::Id>();
+    _undone = std::move(undone);
+    _later = std::move(later);
+}
+
+bool UndoSearch::isDormant(const Operation& operation) const
+{
+    const auto id = operation.getID();
+    return id && _dormantIDs.contains(*id);
 }
 
 /// If `operation` brings the one that is looked for along, copies of its pieces go into `pieces`, and of all that comes
@@ -37,13 +97,13 @@ void UndoSearch::splitAtPieces(const Operation& operation, std::vector<Operation
                                OperationPtrs& behind) const
 {
     const auto* composite = cast<CompositeOperation>(&operation);
-    if (!composite || !composite->bringsShadowedAlong())
+    if (!composite)
     {
         return;
     }
     for (const OperationUPtr& part : composite->getParts())
     {
-        if (part->getID() == _id && behind.empty())
+        if (composite->bringsShadowedAlong() && behind.empty() && isDormant(*part))
         {
             pieces.push_back(cloneOperation(*part));
         }

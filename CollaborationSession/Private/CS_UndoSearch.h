@@ -3,6 +3,7 @@
 #include "CS_Bridge.h"
 
 #include <memory>
+#include <set>
 #include <vector>
 
 namespace Zem::CollaborationSession
@@ -12,7 +13,7 @@ namespace Zem::CollaborationSession
 /// came later.
 ///
 /// An operation that was shadowed where it first stands took effect, and captured data, only when a restoring brought
-/// it along. It is undone from there.
+/// all of it along. It is undone from there.
 class UndoSearch
 {
 public:
@@ -31,12 +32,16 @@ public:
 private:
     using OperationPtrs = std::vector<std::shared_ptr<const CollaborationEngine::Operation>>;
 
+    void beginAt(CollaborationEngine::OperationUPtr undone, OperationPtrs later);
+    bool isDormant(const CollaborationEngine::Operation& operation) const;
     void splitAtPieces(const CollaborationEngine::Operation& operation,
                        std::vector<CollaborationEngine::OperationUPtr>& pieces, OperationPtrs& behind) const;
 
     const CollaborationEngine::BaseOperationTransformer& _transformer;
     CollaborationEngine::Operation::Id _id;
     CollaborationEngine::OperationUPtr _undone;
+    /// The ids of all of it, if all of it was shadowed; none otherwise.
+    std::set<CollaborationEngine::Operation::Id> _dormantIDs;
     OperationPtrs _later;
 };
 

@@ -157,7 +157,9 @@ public:
     /// once pending operations were taken back, before the first message for which they were: the document, the pending
     /// operations, selections and refusals. `getRevision` tells how far that is.
     /// An observer that throws stops nothing and gets nothing refused: all messages are taken in, all observers are
-    /// told, and then the first exception goes on to the caller.
+    /// told, and then the first exception goes on to the caller, unless the call fails by itself. The executor's signal
+    /// is raised once, behind all messages, if any of them was executed. Neither may call what changes the client
+    /// ("isAlone").
     void receive(std::span<const ServerMessage> messages);
 
     /// The connection broke, and a new one is there: after the server's `reconnect` with `getRevision()` and its

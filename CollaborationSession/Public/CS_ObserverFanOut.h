@@ -24,12 +24,8 @@ public:
     class ZEM_EXPORT Postponement
     {
     public:
-        /// Requires: no other one stands.
-        explicit Postponement(ObserverFanOut& fanOut)
-            : _fanOut(fanOut)
-        {
-            _fanOut._postponement = this;
-        }
+        /// Requires: no other one stands ("isAlone").
+        explicit Postponement(ObserverFanOut& fanOut);
 
         Postponement(const Postponement&) = delete;
         Postponement& operator=(const Postponement&) = delete;
@@ -38,6 +34,9 @@ public:
         {
             _fanOut._postponement = nullptr;
         }
+
+        /// Tells somebody else, whose exception is held up like one of an observer.
+        void tell(CallableRef<void()> notify);
 
         /// Throws the first exception that was held up, if there was one.
         void rethrow() const;

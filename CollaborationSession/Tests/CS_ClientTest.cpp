@@ -1,6 +1,7 @@
 #include "CS_MakeEntry.h"
 #include "CS_SessionCase.h"
 
+#include "CE_AfterDocumentActionSignal.h"
 #include "TS_Assertions.h"
 
 #include "Notifications/DClb_SingleActionExecutorNotificationObserver.h"
@@ -282,6 +283,39 @@ TEST_F(FailingReceipt, ObserverThatThrowsAtAnEntryStopsNothing)
 TEST_F(FailingReceipt, ObserverThatThrowsAtPendingTextThatIsExecutedAgainGetsItNotRefused)
 {
     receiveWithFailingObserver(3);
+}
+
+TEST_F(FailingReceipt, SlotThatThrowsAfterwardsStopsNothing)
+{
+    _session.getServer().receive(2, _batch);
+    Client& client = _session[0].getClient();
+    unsigned long raisedCount = 0;
+    const boost::signals2::scoped_connection connection =
+        client.getExecutor().getAfterDocumentActionSignal().connect(
+            [&]
+            {
+                ++raisedCount;
+                EXPECT_EQ(_session[0].getText(), "axyzbcd");
+                throw std::runtime_error("The slot throws");
+            });
+    EXPECT_THROW(_session[0].receive(), std::runtime_error);
+    EXPECT_EQ(raisedCount, 1u);
+    EXPECT_EQ(_session[0].getText(), "axyzbcd");
+    EXPECT_EQ(client.getPendingCount(), 1u);
+    EXPECT_TRUE(client.takeRefusals().empty());
+}
+
+TEST(Client, SignalIsNotRaisedWhereNothingWasExecuted)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(2, 2, "y");
+    session[0].send();
+    unsigned long raisedCount = 0;
+    const boost::signals2::scoped_connection connection =
+        session[0].getClient().getExecutor().getAfterDocumentActionSignal().connect([&] { ++raisedCount; });
+    session[0].receive();
+    EXPECT_EQ(session[0].getClient().getPendingCount(), 0u);
+    EXPECT_EQ(raisedCount, 0u);
 }
 
 TEST(Client, OwnOperationAtWhichAnObserverThrowsFails)

@@ -12,6 +12,8 @@
 #include "DOM_Table.h"
 #include "Notifications/DClb_SingleActionExecutorNotificationObserver.h"
 
+#include "TS_Assertions.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -99,6 +101,13 @@ TEST_F(ThrowingObservers, AreHeardOfBehindAPostponement)
     EXPECT_THROW(_fanOut.onScriptInserted("name"), std::logic_error);
     const ObserverFanOut::Postponement next(_fanOut);
     EXPECT_NO_THROW(next.rethrow());
+}
+
+TEST_F(ThrowingObservers, TakeNoSecondPostponement)
+{
+    const ObserverFanOut::Postponement postponement(_fanOut);
+    EXPECT_ASSERTION(ObserverFanOut::Postponement second(_fanOut), "isAlone");
+    EXPECT_NO_THROW(_fanOut.onScriptInserted("name"));
 }
 
 TEST(ObserverFanOut, PassesEachNotificationOnOnce)

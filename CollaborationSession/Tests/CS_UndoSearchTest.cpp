@@ -1,6 +1,7 @@
 #include "CS_UndoSearch.h"
 
 #include "CS_NodeOperations.h"
+#include "CS_SectionColumns.h"
 
 #include "DClb_DocumentOperationTransformer.h"
 #include "DOM_Blocks.h"
@@ -107,10 +108,39 @@ protected:
         return operation;
     }
 
+    /// In something that was removed.
+    static OperationUPtr shadow(OperationUPtr operation, Operation::Id id)
+    {
+        Shadows shadows;
+        shadows._deadPlaces.emplace_back();
+        return withID(std::make_unique<ShadowedOperation>(dynamicUPtrCheckedCast<AtomicOperation>(std::move(operation)),
+                                                          std::move(shadows)),
+                      id);
+    }
+
+    static std::string print(const Operation& operation)
+    {
+        if (const auto* shadowed = cast<ShadowedOperation>(&operation))
+        {
+            return "shadowed " + TestSupport::print(shadowed->getOriginal());
+        }
+        const auto* composite = cast<CompositeOperation>(&operation);
+        if (!composite)
+        {
+            return TestSupport::print(operation);
+        }
+        std::string parts;
+        for (const OperationUPtr& part : composite->getParts())
+        {
+            parts += print(*part) + "; ";
+        }
+        return parts;
+    }
+
     static std::string printUndo(const UndoSearch& search)
     {
         const OperationUPtr undo = search.makeUndo();
-        return undo ? TestSupport::print(*undo) : "none";
+        return undo ? print(*undo) : "none";
     }
 
     DOMCollaboration::DocumentOperationTransformer _transformer;
@@ -131,7 +161,8 @@ TEST_F(UndoSearchTest, FindsTheOwnOperationAlone)
 
 TEST_F(UndoSearchTest, BeginsAgainWhereTheOperationIsBroughtAlong)
 {
-    _search.pass(*withID(TestSupport::insert(4, "c"), 7), true);
+    _search.pass(*shadow(TestSupport::insert(4, "c"), 7), true);
+    EXPECT_EQ(printUndo(_search), "shadowed mark 4:c");
     _search.pass(*TestSupport::insert(0, "xy"), false);
     _search.pass(
         *makeUnit(TestSupport::restore(1, "r"), withID(TestSupport::insert(8, "c"), 7), TestSupport::insert(3, "z")),
@@ -141,13 +172,44 @@ TEST_F(UndoSearchTest, BeginsAgainWhereTheOperationIsBroughtAlong)
     EXPECT_EQ(printUndo(_search), "mark 10:c");
 }
 
-TEST_F(UndoSearchTest, TakesPiecesTogetherAndLooksIntoUnitsInUnits)
+TEST_F(UndoSearchTest, TakesPiecesTogetherAndLooksIntoUnitsInOtherOperations)
 {
-    _search.pass(*withID(TestSupport::mark(4, 6), 7), true);
+    _search.pass(*shadow(TestSupport::mark(4, 6), 7), true);
     OperationUPtr inner = makeUnit(TestSupport::restore(1, "r"), withID(TestSupport::mark(8, 9), 7),
                                    withID(TestSupport::mark(12, 13), 7));
-    _search.pass(*makeUnit(TestSupport::restore(2, "s"), std::move(inner), TestSupport::insert(3, "z")), false);
-    EXPECT_EQ(printUndo(_search), "restore 13:. 9:.");
+    std::vector<OperationUPtr> parts;
+    parts.push_back(TestSupport::insert(0, "w"));
+    parts.push_back(makeUnit(TestSupport::restore(2, "s"), std::move(inner), TestSupport::insert(3, "z")));
+    parts.push_back(TestSupport::insert(0, "v"));
+    _search.pass(CompositeOperation(std::move(parts)), false);
+    EXPECT_EQ(printUndo(_search), "restore 14:. 10:.");
+}
+
+TEST_F(UndoSearchTest, GoesOnWithWhatTookEffectAtOnceOrCameBackInPart)
+{
+    OperationUPtr whole = makeUnit(shadow(TestSupport::insert(1, "a"), 8), shadow(TestSupport::insert(2, "b"), 9),
+                                   shadow(TestSupport::insert(3, "c"), 10));
+    _search.pass(*withID(std::move(whole), 7), true);
+    const std::string undoOfAll = printUndo(_search);
+    _search.pass(*makeUnit(TestSupport::restore(9, "r"), withID(TestSupport::insert(21, "a"), 8),
+                           withID(TestSupport::insert(22, "b"), 9)),
+                 false);
+    EXPECT_EQ(printUndo(_search), undoOfAll);
+
+    UndoSearch live(_transformer, 7);
+    live.pass(*withID(TestSupport::insert(4, "c"), 7), true);
+    live.pass(
+        *makeUnit(TestSupport::restore(9, "r"), withID(TestSupport::insert(21, "c"), 7), TestSupport::insert(30, "d")),
+        false);
+    EXPECT_EQ(printUndo(live), "mark 4:c");
+}
+
+TEST_F(UndoSearchTest, GivesNothingWhereTheUndoCantBeBroughtPastWhatCameLater)
+{
+    _search.pass(*withID(std::make_unique<SetPropertyOperation>(setSectionColumns(5, 2)), 7), true);
+    EXPECT_NE(_search.makeUndo(), nullptr);
+    _search.pass(setSectionColumns(5, 3), false);
+    EXPECT_EQ(_search.makeUndo(), nullptr);
 }
 
 } // namespace

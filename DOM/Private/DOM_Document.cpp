@@ -14,7 +14,7 @@ Document::~Document() = default;
 
 bool operator==(const Document& left, const Document& right)
 {
-    return ComparisonDetails::areFieldsEqual(left, right);
+    return DefineDeepComparisonDetails::areMembersDeeplyEqual(left, right);
 }
 
 } // namespace Zem::DOM

@@ -20,7 +20,7 @@ FieldBlock::~FieldBlock() = default;
 
 bool operator==(const FieldBlock& left, const FieldBlock& right)
 {
-    return ComparisonDetails::areFieldsEqual(left, right);
+    return DefineDeepComparisonDetails::areMembersDeeplyEqual(left, right);
 }
 
 } // namespace Zem::DOM

@@ -181,7 +181,7 @@ void Session::leave(unsigned long client)
     {
         return;
     }
-    addClientStatistics(found->second->getClient().getStatistics());
+    addClientStatistics(found->second->getClient().getStatistics(), _tally);
     ++_tally._leavesCount;
     _server->leave(found->second->getClient().getID());
     _participants.erase(found);
@@ -335,10 +335,11 @@ void Session::compareSelections(const std::string& name, const Client& client) c
             name + " differs from what the server has of it: ");
 }
 
-void Session::addClientStatistics(const Statistics& statistics)
+void Session::addClientStatistics(const Statistics& statistics, Tally& tally)
 {
-    _tally._rebasedCount += statistics._rebasedCount;
-    _tally._executedCount += statistics._executedCount;
+    tally._rebasedCount += statistics._rebasedCount;
+    tally._executedCount += statistics._executedCount;
+    tally._besidePendingCount += statistics._besidePendingCount;
 }
 
 std::string Session::takeNotes()
@@ -359,9 +360,7 @@ Tally Session::getTally() const
     tally._shadowedCount = _server->getStatistics()._shadowedCount;
     for (const auto& [number, participant] : _participants)
     {
-        const Statistics& statistics = participant->getClient().getStatistics();
-        tally._rebasedCount += statistics._rebasedCount;
-        tally._executedCount += statistics._executedCount;
+        addClientStatistics(participant->getClient().getStatistics(), tally);
     }
     return tally;
 }

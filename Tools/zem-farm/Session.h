@@ -90,7 +90,7 @@ private:
     void compare(unsigned long number, Participant& participant) const;
     void compareSelections(const std::string& name, const Zem::CollaborationSession::Client& client) const;
     void checkRefusals() const;
-    void addClientStatistics(const Zem::CollaborationSession::Statistics& statistics);
+    static void addClientStatistics(const Zem::CollaborationSession::Statistics& statistics, Tally& tally);
 
     Setup _setup;
     Tally _tally;

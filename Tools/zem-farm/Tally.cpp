@@ -80,6 +80,7 @@ void Tally::add(const Tally& other)
     ZemFarm::add(_refused, other._refused);
     _rebasedCount += other._rebasedCount;
     _executedCount += other._executedCount;
+    _besidePendingCount += other._besidePendingCount;
 }
 
 unsigned long getTotal(const Tally::Counts& counts)
@@ -119,6 +120,7 @@ std::string format(const Tally& tally, double seconds)
     table.addAll(tally._refused);
     table.add("rebased by clients", tally._rebasedCount);
     table.add("executed by clients for others", tally._executedCount);
+    table.add("  beside what is pending", tally._besidePendingCount);
     const auto count = static_cast<double>(tally._operationsCount);
     table.add("operations per second", seconds > 0 ? static_cast<unsigned long>(count / seconds) : 0);
     return table.format();

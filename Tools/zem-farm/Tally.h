@@ -41,8 +41,9 @@ struct Tally
     Counts _refused;
     /// Pending operations of all clients that were brought past others.
     unsigned long _rebasedCount = 0;
-    /// Operations of the history that clients executed.
+    /// Operations of the history that clients executed, and those among them for which nothing pending was taken back.
     unsigned long _executedCount = 0;
+    unsigned long _besidePendingCount = 0;
 };
 
 unsigned long getTotal(const Tally::Counts& counts);

@@ -149,12 +149,6 @@ bool arePointersDeeplyEqual(const Pointer& left, const Pointer& right)
     }
 }
 
-template<HasFields T>
-bool areFieldsEqual(const T& left, const T& right)
-{
-    return allFields<T>([&](const auto& row) { return areEqual(left.*(row._member), right.*(row._member)); });
-}
-
 template<class Sequence>
 bool areElementsEqual(const Sequence& left, const Sequence& right)
 {
@@ -287,6 +281,19 @@ std::size_t deepHash(const T& value)
     return seed;
 }
 
+namespace DefineDeepComparisonDetails
+{
+
+/// Compares two objects member by member, as their list of fields tells.
+template<HasFields T>
+bool areMembersDeeplyEqual(const T& left, const T& right)
+{
+    return allFields<T>([&](const auto& row)
+                        { return ComparisonDetails::areEqual(left.*(row._member), right.*(row._member)); });
+}
+
+} // namespace DefineDeepComparisonDetails
+
 /// `==` of every class with a list of fields. A namespace takes it over by a using-declaration.
 inline namespace FieldOperators
 {
@@ -294,7 +301,7 @@ inline namespace FieldOperators
 template<HasFields T>
 bool operator==(const T& left, const T& right)
 {
-    return ComparisonDetails::areFieldsEqual(left, right);
+    return DefineDeepComparisonDetails::areMembersDeeplyEqual(left, right);
 }
 
 } // namespace FieldOperators

@@ -70,7 +70,7 @@ struct Colour
 
 bool operator==(const Colour& left, const Colour& right)
 {
-    return ComparisonDetails::areFieldsEqual(left, right);
+    return DefineDeepComparisonDetails::areMembersDeeplyEqual(left, right);
 }
 
 /// A value that can hold a pointer to another one.

@@ -210,12 +210,26 @@ TEST(ATally, AddsUp)
 {
     Tally tally;
     unsigned long last = 0;
-    for (unsigned long* count :
-         {&tally._sessionsCount, &tally._joinsCount, &tally._lateJoinsCount, &tally._leavesCount,
-          &tally._reconnectsCount, &tally._roundsCount, &tally._selectionsCount, &tally._operationsCount,
-          &tally._declinedCount, &tally._transformedCount, &tally._changedCount, &tally._shadowedCount,
-          &tally._badCount, &tally._rebasedCount, &tally._executedCount, &tally._operationsByGenerator["type"],
-          &tally._rejected["a"], &tally._refused["a"], &tally._refused["b"]})
+    for (unsigned long* count : {&tally._sessionsCount,
+                                 &tally._joinsCount,
+                                 &tally._lateJoinsCount,
+                                 &tally._leavesCount,
+                                 &tally._reconnectsCount,
+                                 &tally._roundsCount,
+                                 &tally._selectionsCount,
+                                 &tally._operationsCount,
+                                 &tally._declinedCount,
+                                 &tally._transformedCount,
+                                 &tally._changedCount,
+                                 &tally._shadowedCount,
+                                 &tally._badCount,
+                                 &tally._rebasedCount,
+                                 &tally._executedCount,
+                                 &tally._besidePendingCount,
+                                 &tally._operationsByGenerator["type"],
+                                 &tally._rejected["a"],
+                                 &tally._refused["a"],
+                                 &tally._refused["b"]})
     {
         *count = ++last;
     }
