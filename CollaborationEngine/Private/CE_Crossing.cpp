@@ -170,7 +170,7 @@ bool Crossing::joinRestoring(Parts& restoring, Parts& shadowed, TieResolveCondit
 
 /// The parts of `shadowed` past those of a restoring that ends a shadow on each; none if it doesn't.
 boost::optional<OperationParts> Crossing::awaken(const Operation& shadowed, std::span<const OperationUPtr> restoring,
-                                        TieResolveCondition tieResolveCondition) const
+                                                 TieResolveCondition tieResolveCondition) const
 {
     const unsigned long deadPlacesCount = countDeadPlaces(shadowed);
     Parts awakened;

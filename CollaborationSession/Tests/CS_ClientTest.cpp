@@ -290,14 +290,13 @@ TEST_F(FailingReceipt, SlotThatThrowsAfterwardsStopsNothing)
     _session.getServer().receive(2, _batch);
     Client& client = _session[0].getClient();
     unsigned long raisedCount = 0;
-    const boost::signals2::scoped_connection connection =
-        client.getExecutor().getAfterDocumentActionSignal().connect(
-            [&]
-            {
-                ++raisedCount;
-                EXPECT_EQ(_session[0].getText(), "axyzbcd");
-                throw std::runtime_error("The slot throws");
-            });
+    const boost::signals2::scoped_connection connection = client.getExecutor().getAfterDocumentActionSignal().connect(
+        [&]
+        {
+            ++raisedCount;
+            EXPECT_EQ(_session[0].getText(), "axyzbcd");
+            throw std::runtime_error("The slot throws");
+        });
     EXPECT_THROW(_session[0].receive(), std::runtime_error);
     EXPECT_EQ(raisedCount, 1u);
     EXPECT_EQ(_session[0].getText(), "axyzbcd");
