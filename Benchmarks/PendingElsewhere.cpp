@@ -2,9 +2,7 @@
 // cell or n properties of the document here, and m keystrokes in another cell there? With the short road, on which
 // nothing is taken back, and without it. The m come in one by one, as they do while somebody types, or all in one call.
 
-#include "CS_Client.h"
-#include "CS_Server.h"
-#include "CS_TextEditor.h"
+#include "JoinedUser.h"
 
 #include "CE_SetPropertyOperation.h"
 #include "DClb_NodeTypes.h"
@@ -46,14 +44,13 @@ OperationNodeAddress getCellText(unsigned long column)
     return address;
 }
 
-class User
+class User : public JoinedUser
 {
 public:
     User(Server& server, unsigned long column)
-        : _client(join(server))
-        , _editor(_client->getAdapter(), _client->getExecutor(), _client->getNotifications(), getCellText(column))
+        : JoinedUser(server, getCellText(column))
     {
-        _client->setOnDocumentReplaced([this] { _editor.reload(); });
+        getClient().setOnDocumentReplaced([this] { getEditor().reload(); });
     }
 
     /// Each keystroke at the end, every fifth a backspace.
@@ -63,7 +60,7 @@ public:
         for (unsigned long key = 1; key <= keysCount; ++key)
         {
             const bool isBackspace = key % 5 == 0;
-            _editor.replace(length - (isBackspace ? 1 : 0), length, isBackspace ? "" : "x");
+            getEditor().replace(length - (isBackspace ? 1 : 0), length, isBackspace ? "" : "x");
             length += isBackspace ? -1UL : 1;
         }
     }
@@ -80,43 +77,9 @@ public:
                 OperationNodeAddress{OperationNodeAddress::FixedChunk(nodeType)}, nodeType,
                 convertPropertyId(PropertyId::DocumentTimeZoneId), makeZone(done), makeZone(done + 1));
             CollaborationEngine::OperationUPtr changedOp;
-            _client->getExecutor().executeAndChangeIfNeeded(setting, changedOp);
+            getClient().getExecutor().executeAndChangeIfNeeded(setting, changedOp);
         }
     }
-
-    void send(Server& server)
-    {
-        if (const auto batch = _client->takeBatch())
-        {
-            server.receive(_client->getID(), *batch);
-        }
-    }
-
-    void receive(bool oneByOne)
-    {
-        const std::size_t step = oneByOne ? 1 : _inbox.size();
-        for (std::size_t begin = 0; begin < _inbox.size(); begin += step)
-        {
-            _client->receive({_inbox.data() + begin, step});
-        }
-        _inbox.clear();
-    }
-
-    Client& getClient()
-    {
-        return *_client;
-    }
-
-private:
-    std::unique_ptr<Client> join(Server& server)
-    {
-        auto [id, snapshot] = server.join([this](const ServerMessage& message) { _inbox.push_back(message); });
-        return std::make_unique<Client>(id, snapshot);
-    }
-
-    std::vector<ServerMessage> _inbox;
-    std::unique_ptr<Client> _client;
-    TextEditor _editor;
 };
 
 DOM::Document makeDocument()

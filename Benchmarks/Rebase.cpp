@@ -1,9 +1,7 @@
 // What does it cost when two users who didn't see each other meet? One comes back with n pending keystrokes, and takes
 // in m of the other; then the server takes in the n. And what does it cost to bring a caret past what others typed?
 
-#include "CS_Client.h"
-#include "CS_Server.h"
-#include "CS_TextEditor.h"
+#include "JoinedUser.h"
 
 #include "CE_ListMultirangeOperation.h"
 #include "CE_MultirangeOperationUtils.h"
@@ -43,15 +41,13 @@ DOM::Document makeDocument()
     return replica.getDocument();
 }
 
-class User
+class User : public JoinedUser
 {
 public:
     User(Server& server, bool composesTyping)
-        : _client(join(server))
-        , _editor(_client->getAdapter(), _client->getExecutor(), _client->getNotifications(),
-                  TextEditor::getMainTextAddress())
+        : JoinedUser(server, TextEditor::getMainTextAddress())
     {
-        _client->setComposesTyping(composesTyping);
+        getClient().setComposesTyping(composesTyping);
     }
 
     /// Bursts of 1 to 30 keystrokes, one of five a backspace, on every second line from `firstLine` on, or on the eight
@@ -74,42 +70,12 @@ public:
             for (unsigned long burst = std::min(keysCount, 1 + pick(30)); burst > 0; --burst, --keysCount)
             {
                 const bool isBackspace = caret > 0 && lengths[line] > 1 && pick(5) == 0;
-                _editor.replace(begin + caret - (isBackspace ? 1 : 0), begin + caret, isBackspace ? "" : "x");
+                getEditor().replace(begin + caret - (isBackspace ? 1 : 0), begin + caret, isBackspace ? "" : "x");
                 caret += isBackspace ? -1UL : 1;
                 lengths[line] += isBackspace ? -1UL : 1;
             }
         }
     }
-
-    void send(Server& server)
-    {
-        if (const auto batch = _client->takeBatch())
-        {
-            server.receive(_client->getID(), *batch);
-        }
-    }
-
-    void receive()
-    {
-        _client->receive(_inbox);
-        _inbox.clear();
-    }
-
-    const DOM::Document& getDocument() const
-    {
-        return _client->getDocument();
-    }
-
-private:
-    std::unique_ptr<Client> join(Server& server)
-    {
-        auto [id, snapshot] = server.join([this](const ServerMessage& message) { _inbox.push_back(message); });
-        return std::make_unique<Client>(id, snapshot);
-    }
-
-    std::vector<ServerMessage> _inbox;
-    std::unique_ptr<Client> _client;
-    TextEditor _editor;
 };
 
 void rebase(benchmark::State& state, bool isHot)
@@ -133,7 +99,8 @@ void rebase(benchmark::State& state, bool isHot)
 
         first.receive();
         second.receive();
-        if (!(first.getDocument() == server.getDocument()) || !(second.getDocument() == server.getDocument()))
+        if (!(first.getClient().getDocument() == server.getDocument()) ||
+            !(second.getClient().getDocument() == server.getDocument()))
         {
             state.SkipWithError("The replicas differ");
         }

@@ -3,8 +3,12 @@
 #include "CS_MakeEntry.h"
 #include "CS_NodeOperations.h"
 
+#include "Notifications/DClb_SingleActionExecutorNotificationObserver.h"
 #include "TS_Assertions.h"
 
+#include <functional>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -169,6 +173,23 @@ TEST(BesidePending, OwnOperationIsConfirmedBehindOneThatRanBesideIt)
     EXPECT_EQ(statistics._besidePendingCount, 1u);
     EXPECT_EQ(statistics._rebasedCount, 0u);
     EXPECT_EQ(statistics._confirmedCount, 3u);
+}
+
+TEST(BesidePending, ObserverThatThrowsStopsNothing)
+{
+    using Thrower = DOMCollaboration::SingleActionExecutorNotificationObserver<std::function<void()>>;
+    ManyNodesSession session;
+    session[0].execute(*setTimeZone(60));
+    session[1].execute(*insertScript("a", "text"));
+    session[1].send();
+    const auto thrower = std::make_shared<Thrower>([] { throw std::runtime_error("The observer throws"); });
+    session[0].getClient().getNotifications().add(thrower);
+    EXPECT_THROW(session[0].receive(), std::runtime_error);
+    EXPECT_EQ(session[0].getClient().getStatistics()._besidePendingCount, 1u);
+    EXPECT_EQ(session[0].getClient().getPendingCount(), 1u);
+    EXPECT_EQ(session[0]._replacementsCount, 0);
+    session.settle();
+    EXPECT_TRUE(session[0].getClient().takeRefusals().empty());
 }
 
 TEST(BesidePending, WithNothingPendingNothingIsCounted)

@@ -176,32 +176,36 @@ TEST(Server, RejectionThatAThrowingOutboxLostIsToldWhenItsClientComesBack)
     EXPECT_EQ(std::get<OperationRejected>(listener._told.front())._number, 1u);
 }
 
-TEST(Server, NumbersThatWrapAroundAreAnError)
+/// A batch comes to a server that has one operation of its client.
+class BatchBehindAnother : public testing::Test
 {
-    SessionCase session("{|ab}");
-    session[0].replace(1, 1, "x");
-    session.settle();
-    ClientBatch batch;
-    batch._base = 1;
-    batch._operations = {std::make_shared<EmptyOperation>(), std::make_shared<EmptyOperation>()};
+protected:
+    BatchBehindAnother()
+    {
+        _session[0].replace(1, 1, "x");
+        _session.settle();
+        _batch._base = 1;
+        _batch._operations = {std::make_shared<EmptyOperation>(), std::make_shared<EmptyOperation>()};
+    }
+
+    SessionCase _session{"{|ab}"};
+    ClientBatch _batch;
+};
+
+TEST_F(BatchBehindAnother, WithNumbersThatWrapAroundIsAnError)
+{
     for (const unsigned long wrapping : {std::numeric_limits<unsigned long>::max(), 0ul})
     {
-        batch._firstNumber = wrapping;
-        EXPECT_THROW(session.getServer().receive(1, batch), InvalidBatchError) << wrapping;
-        EXPECT_THROW(session.getServer().receive(2, batch), InvalidBatchError) << wrapping;
+        _batch._firstNumber = wrapping;
+        EXPECT_THROW(_session.getServer().receive(1, _batch), InvalidBatchError) << wrapping;
+        EXPECT_THROW(_session.getServer().receive(2, _batch), InvalidBatchError) << wrapping;
     }
-    EXPECT_EQ(session.getServer().getRevision(), 1u);
+    EXPECT_EQ(_session.getServer().getRevision(), 1u);
 }
 
-TEST(Server, BatchThatArrivedOnlyInPartIsAnError)
+TEST_F(BatchBehindAnother, ThatArrivedOnlyInPartIsAnError)
 {
-    SessionCase session("{|ab}");
-    session[0].replace(1, 1, "x");
-    session.settle();
-    ClientBatch batch;
-    batch._base = 1;
-    batch._operations = {std::make_shared<EmptyOperation>(), std::make_shared<EmptyOperation>()};
-    EXPECT_THROW(session.getServer().receive(1, batch), InvalidBatchError);
+    EXPECT_THROW(_session.getServer().receive(1, _batch), InvalidBatchError);
 }
 
 TEST(Server, RejectedOperationThatHadChangedAPartLeavesNoTrace)
