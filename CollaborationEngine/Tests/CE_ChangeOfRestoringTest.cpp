@@ -1,6 +1,7 @@
 // Restorings that bring along what the document makes something else of, and what was done in the dead element by those
 // who didn't know that.
 
+#include "CE_InverseOperation.h"
 #include "CE_MultirangeOperationUtils.h"
 #include "CE_OperationEquality.h"
 #include "OperationNotation.h"
@@ -202,6 +203,25 @@ TEST_F(ChangeOfRestoringTest, OneThatIsChangedAgainGoesTheWholeWay)
     EXPECT_EQ(describe(*_transformer->include(*edit, *changedAgain, late)), "/1[0]/2 multi{insert(1,1, 1 items) }");
     EXPECT_TRUE(haveEqualEffects(*changed, *changedAgain));
     EXPECT_FALSE(areDeeplyEqual(*changed, *changedAgain));
+}
+
+// What was planned can come apart past what others did. It used to stay in one piece that nothing could be brought
+// past.
+TEST_F(ChangeOfRestoringTest, IsJoinedWhereThePlanCameApart)
+{
+    removeAndEdit(0);
+    const OperationUPtr edit = _replica.pastHistory(insertBetween(), 0);
+    OperationUPtr planned = _replica.makeUndoOf(0);
+    std::vector<OperationUPtr> plannedParts = std::move(cast<CompositeOperation>(*planned).getParts());
+    std::vector<OperationUPtr> parts;
+    parts.push_back(cloneOperation(*plannedParts.at(0)));
+    OperationUPtr way = makeReversal(*plannedParts.at(1));
+    const CompositeOperation changed(
+        std::move(parts),
+        ChangeOfRestoring(std::make_unique<CompositeOperation>(std::move(plannedParts)), std::move(way)));
+    const OperationUPtr joined = _transformer->include(changed, *edit, late);
+    const OperationUPtr next = _transformer->include(*joined, *insertText(listElementAddress(1), 0, 930, 9), late);
+    EXPECT_EQ(describe(*next), "brings[/1 restore(0,1, 1 items); /1[0]/2 multi{insert(1,1, 1 items) }; ]");
 }
 
 TEST_F(ChangeOfRestoringTest, MergingRangesKeepsIt)

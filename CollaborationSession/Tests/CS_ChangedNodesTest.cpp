@@ -102,6 +102,14 @@ TEST(ChangedNodes, WhereNothingWasChangedEverythingCommutes)
     EXPECT_TRUE(ChangedNodes({}).commuteWith(CompositeOperation(makeList(typeInCell(0, 0), typeInCell(0, 1)))));
 }
 
+TEST(ChangedNodes, WhatDoesNothingCommutesWithAllThatIsKnown)
+{
+    const auto known = makeList(setTimeZone(60));
+    EXPECT_TRUE(ChangedNodes(known).commuteWith(EmptyOperation()));
+    const auto unknown = makeList(OperationUPtr(std::make_unique<CompositeOperation>(makeList(typeInCell(0, 0)))));
+    EXPECT_FALSE(ChangedNodes(unknown).commuteWith(EmptyOperation()));
+}
+
 TEST(ChangedNodes, AllMustCommute)
 {
     const auto operations = makeList(typeInCell(0, 0), setTimeZone(60), typeInCell(0, 0), typeInCell(0, 1));
