@@ -2,9 +2,9 @@
 
 /// A user who joined a server, and the text that is typed into.
 
-#include "CS_Client.h"
-#include "CS_Server.h"
-#include "CS_TextEditor.h"
+#include "Editing/CS_TextEditor.h"
+#include "Sharing/CS_Client.h"
+#include "Sharing/CS_Server.h"
 
 #include <memory>
 #include <vector>

@@ -1,12 +1,12 @@
 // What does a paragraph cost that a walk passes? A place is found by a walk from the beginning of the text, so that a
 // byte typed at its end pays for all paragraphs in front of it. The index of characters doesn't walk.
 
-#include "CS_Characters.h"
-#include "CS_TextEditor.h"
 #include "DClb_DocumentOperationExecutor.h"
 #include "DClb_DocumentOperationTransformer.h"
 #include "DOMNodeAdapters/DClb_DocumentAdapter.h"
 #include "DOM_Document.h"
+#include "Editing/CS_Characters.h"
+#include "Editing/CS_TextEditor.h"
 #include "PlaneIndexUtils/DClb_TextWithTombstonesPositionUtils.h"
 
 #include <benchmark/benchmark.h>

@@ -1,11 +1,11 @@
 // Types a text, sees what operations that takes, and takes it back.
 
-#include "CS_Characters.h"
-#include "CS_TextEditor.h"
 #include "DClb_DocumentOperationExecutor.h"
 #include "DClb_DocumentOperationTransformer.h"
 #include "DOMNodeAdapters/DClb_DocumentAdapter.h"
 #include "DOM_Document.h"
+#include "Editing/CS_Characters.h"
+#include "Editing/CS_TextEditor.h"
 
 #include <iostream>
 

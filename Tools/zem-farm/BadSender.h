@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CS_Server.h"
+#include "Sharing/CS_Server.h"
 
 #include <deque>
 #include <memory>

@@ -3,9 +3,9 @@
 #include "Describe.h"
 #include "Texts.h"
 
-#include "CS_Characters.h"
 #include "DOM_CheckInvariants.h"
 #include "DOM_DocumentJson.h"
+#include "Editing/CS_Characters.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 
 /// What must be equal when everybody has heard of everything.
 
-#include "CS_Messages.h"
 #include "DOM_Document.h"
+#include "Sharing/CS_Messages.h"
 
 #include <string>
 

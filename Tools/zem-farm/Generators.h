@@ -6,7 +6,7 @@
 #include "Participant.h"
 #include "Random.h"
 
-#include "CS_DocumentKind.h"
+#include "Sharing/CS_DocumentKind.h"
 
 #include <string_view>
 #include <vector>

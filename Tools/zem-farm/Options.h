@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CS_DocumentKind.h"
+#include "Sharing/CS_DocumentKind.h"
 
 #include <optional>
 #include <stdexcept>

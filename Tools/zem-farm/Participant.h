@@ -4,9 +4,9 @@
 #include "Tally.h"
 #include "Texts.h"
 
-#include "CS_Client.h"
-#include "CS_Server.h"
-#include "CS_TextEditor.h"
+#include "Editing/CS_TextEditor.h"
+#include "Sharing/CS_Client.h"
+#include "Sharing/CS_Server.h"
 
 #include <deque>
 #include <functional>

@@ -23,7 +23,7 @@
 /// What stands behind a # is a comment. The first four lines come before all steps, in any order; but for the kind,
 /// they may be missing.
 
-#include "CS_DocumentKind.h"
+#include "Sharing/CS_DocumentKind.h"
 
 #include <stdexcept>
 #include <string>

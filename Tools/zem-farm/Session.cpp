@@ -5,7 +5,7 @@
 #include "OneLine.h"
 #include "StartDocument.h"
 
-#include "CS_InvalidEditError.h"
+#include "Editing/CS_InvalidEditError.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include "Script.h"
 #include "Tally.h"
 
-#include "CS_Server.h"
+#include "Sharing/CS_Server.h"
 
 #include <map>
 #include <memory>

@@ -1,8 +1,8 @@
 #include "Texts.h"
 
-#include "CS_Characters.h"
 #include "DOM_Blocks.h"
 #include "DOM_Runs.h"
+#include "Editing/CS_Characters.h"
 
 #include "Util_Cast.h"
 

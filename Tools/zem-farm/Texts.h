@@ -5,11 +5,11 @@
 #include "Random.h"
 
 #include "CE_OperationNodeAddress.h"
-#include "CS_DocumentKind.h"
 #include "DClb_NodeTypes.h"
 #include "DOM_Document.h"
 #include "DOM_Run.h"
 #include "DOM_Table.h"
+#include "Sharing/CS_DocumentKind.h"
 
 #include <string>
 #include <vector>

@@ -3,12 +3,12 @@
 #include "PlainText.h"
 #include "Progress.h"
 
-#include "CS_Characters.h"
-#include "CS_Client.h"
-#include "CS_InvalidEditError.h"
-#include "CS_Server.h"
-#include "CS_TextEditor.h"
 #include "DOM_CheckInvariants.h"
+#include "Editing/CS_Characters.h"
+#include "Editing/CS_InvalidEditError.h"
+#include "Editing/CS_TextEditor.h"
+#include "Sharing/CS_Client.h"
+#include "Sharing/CS_Server.h"
 
 #include <deque>
 #include <exception>

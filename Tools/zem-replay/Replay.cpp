@@ -3,13 +3,13 @@
 #include "PlainText.h"
 #include "Progress.h"
 
-#include "CS_Characters.h"
-#include "CS_TextEditor.h"
 #include "DClb_DocumentOperationExecutor.h"
 #include "DClb_DocumentOperationTransformer.h"
 #include "DOMNodeAdapters/DClb_DocumentAdapter.h"
 #include "DOM_CheckInvariants.h"
 #include "DOM_Document.h"
+#include "Editing/CS_Characters.h"
+#include "Editing/CS_TextEditor.h"
 
 #include <exception>
 

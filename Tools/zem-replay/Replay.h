@@ -3,7 +3,7 @@
 #include "Options.h"
 #include "Trace.h"
 
-#include "CS_Statistics.h"
+#include "Sharing/CS_Statistics.h"
 
 #include <chrono>
 #include <ctime>

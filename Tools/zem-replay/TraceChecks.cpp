@@ -1,7 +1,7 @@
 #include "PlainText.h"
 #include "Trace.h"
 
-#include "CS_Characters.h"
+#include "Editing/CS_Characters.h"
 
 #include <algorithm>
 
