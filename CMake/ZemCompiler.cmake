@@ -44,10 +44,12 @@ endif()
 # The cache is asked with relative paths, and whatever the build folder is, so that all builds of the tree share it.
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND (NOT CMAKE_CXX_COMPILER_LAUNCHER OR CMAKE_CXX_COMPILER_LAUNCHER STREQUAL "ccache"))
-    # The ignore list shapes sanitized objects, and the cache doesn't know that by itself.
+    # The ignore list shapes sanitized objects, and the cache doesn't know that by itself. The sloppiness is what it
+    # needs to handle precompiled headers.
     set(CMAKE_CXX_COMPILER_LAUNCHER
         env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
-        CCACHE_EXTRAFILES=${CMAKE_CURRENT_LIST_DIR}/SanitizerIgnore.txt "${CCACHE_PROGRAM}")
+        CCACHE_EXTRAFILES=${CMAKE_CURRENT_LIST_DIR}/SanitizerIgnore.txt
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime "${CCACHE_PROGRAM}")
 endif()
 
 # Test programs link in a fraction of the time with mold.
