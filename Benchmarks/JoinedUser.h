@@ -18,7 +18,7 @@ class JoinedUser
 public:
     JoinedUser(Server& server, CollaborationEngine::OperationNodeAddress text)
         : _client(join(server))
-        , _editor(_client->getAdapter(), _client->getExecutor(), _client->getNotifications(), std::move(text))
+        , _editor(*_client, std::move(text))
     {
     }
 

@@ -50,7 +50,6 @@ public:
     User(Server& server, unsigned long column)
         : JoinedUser(server, getCellText(column))
     {
-        getClient().setOnDocumentReplaced([this] { getEditor().reload(); });
     }
 
     /// Each keystroke at the end, every fifth a backspace.

@@ -37,7 +37,7 @@ set(productHeaders
     boost/variant.hpp)
 
 if(DOMCOLLABORATION_PRECOMPILED_HEADERS)
-    # What is compiled shall be the same at all times and in all folders, so that the compiler cache may hand it out.
+    # The compiler cache may hand out what doesn't depend on the time of day, and what it can preprocess.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
         add_compile_options("SHELL:-Xclang -fno-pch-timestamp")
     elseif(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")

@@ -4,6 +4,7 @@
 #include "CE_BaseOperationTransformer.h"
 #include "CE_InverseOperation.h"
 #include "CE_NodeOperands.h"
+#include "CE_OperationKinds.h"
 #include "CE_OperationParts.h"
 
 #include "Util_Assert.h"
@@ -16,7 +17,7 @@ namespace Zem::CollaborationEngine
 namespace
 {
 
-/// What became of `planned`, with the way that leads on to it.
+/// What became of `planned`, with what leads on to it.
 ChangeOfRestoring makeChange(const CompositeOperation& planned, std::vector<OperationUPtr> changes)
 {
     if (planned.getKind() == CompositeKind::Restoring)
@@ -26,8 +27,8 @@ ChangeOfRestoring makeChange(const CompositeOperation& planned, std::vector<Oper
     ChangeOfRestoring change = planned.getChange();
     if (change.isKnown())
     {
-        changes.insert(changes.begin(), std::move(change._way));
-        change._way = makeOperationFromParts(std::move(changes));
+        changes.insert(changes.begin(), std::move(change._difference));
+        change._difference = makeOperationFromParts(std::move(changes));
     }
     return change;
 }
@@ -53,6 +54,7 @@ BaseOperationExecutor::~BaseOperationExecutor() = default;
 
 bool BaseOperationExecutor::executeAndChangeIfNeeded(Operation& operation, OperationUPtr& changedOp)
 {
+    ZEM_ASSERT(!changedOp);
     const bool isChanged = run(operation, changedOp);
     raiseSignal();
     return isChanged;
@@ -106,18 +108,21 @@ bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPt
     for (const OperationUPtr& part : composite.getParts())
     {
         // A part behind a changed one was made for what that was to be.
-        OperationUPtr followed = changes.empty() ? nullptr : follow(*part, changes);
+        OperationUPtr followed = changes.empty() ? nullptr : transformAgainst(changes, *part);
         Operation& planned = followed ? *followed : *part;
         OperationUPtr changedPart;
         if (run(planned, changedPart))
         {
             isChanged = true;
             changes.push_back(makeReversal(planned));
-            changes.push_back(cloneOperation(*changedPart));
+            if (!getIf<EmptyOperation>(*changedPart))
+            {
+                changes.push_back(cloneOperation(*changedPart));
+            }
         }
         if (followed && composite.bringsShadowedAlong() && countDeadPlaces(*followed) > countDeadPlaces(*part))
         {
-            // What was to end the shadow didn't happen. The operation waits on where it always stood.
+            // What was to end the shadow didn't happen. The operation stays shadowed where it always stood.
             followed = std::make_unique<EmptyOperation>();
         }
         happened.push_back(changedPart ? std::move(changedPart) : std::move(followed));
@@ -140,21 +145,21 @@ bool BaseOperationExecutor::runParts(CompositeOperation& composite, OperationUPt
         whatHappened = std::make_unique<CompositeOperation>(splitResult(std::move(whatHappened)),
                                                             makeChange(composite, std::move(changes)));
     }
-    changedOp = std::move(whatHappened);
-    changedOp->inheritIDIfPossibleImpl(composite);
+    changedOp = withIDOf(composite, std::move(whatHappened));
     return true;
 }
 
-/// `part` past the changes of the parts before it, and these past `part`.
-OperationUPtr BaseOperationExecutor::follow(const Operation& part, std::vector<OperationUPtr>& changes) const
+/// Gives `part` transformed against the changes of the parts before it, and transforms these against `part`.
+OperationUPtr BaseOperationExecutor::transformAgainst(std::vector<OperationUPtr>& changes, const Operation& part) const
 {
+    ZEM_ASSERT(_transformer);
     OperationUPtr followed = cloneOperation(part);
-    if (!_transformer)
-    {
-        return followed;
-    }
     for (OperationUPtr& change : changes)
     {
+        if (!touches(*followed, *change) && !touches(*change, *followed))
+        {
+            continue;
+        }
         OperationUPtr next = _transformer->include(*followed, *change, TieResolveCondition::SecondWins);
         change = _transformer->include(*change, *followed, TieResolveCondition::FirstWins);
         followed = std::move(next);

@@ -28,8 +28,7 @@ OperationUPtr BaseOperationTransformer::include(const Operation& first, const Op
     {
         result = crossing.includeSingle(first, second, tieResolveCondition);
     }
-    result->inheritIDIfPossibleImpl(first);
-    return result;
+    return withIDOf(first, std::move(result));
 }
 
 } // namespace Zem::CollaborationEngine

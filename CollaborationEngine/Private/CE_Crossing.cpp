@@ -144,36 +144,37 @@ bool Crossing::joinRestoring(Parts& restoring, Parts& shadowed, TieResolveCondit
     auto& unit = cast<CompositeOperation>(*restoring.front());
     ChangeOfRestoring& change = unit.getChange();
     const std::span<const OperationUPtr> planned = change.isKnown() ? getParts(change._planned) : unit.getParts();
-    boost::optional<Parts> awakened = awaken(*shadowed.front(), planned, getOpposite(tieResolveCondition));
-    if (!awakened)
+    boost::optional<Parts> unshadowed = endShadows(*shadowed.front(), planned, getOpposite(tieResolveCondition));
+    if (!unshadowed)
     {
         return false;
     }
     if (change.isKnown())
     {
-        goTheWay(*awakened, change, getOpposite(tieResolveCondition));
+        transformAgainstChange(*unshadowed, change, getOpposite(tieResolveCondition));
     }
     else if (unit.getKind() == CompositeKind::ChangedRestoring)
     {
-        awakened = shadowForGood(*awakened);
+        unshadowed = shadowForGood(*unshadowed);
     }
-    for (const OperationUPtr& part : *awakened)
+    for (const OperationUPtr& part : *unshadowed)
     {
-        if (isAwakened(*part, deadPlacesCount))
+        if (hasShadowEnded(*part, deadPlacesCount))
         {
             unit.getParts().push_back(cloneOperation(*part));
         }
     }
-    shadowed = UnitFrame(*shadowed.front()).putAround(std::move(*awakened));
+    shadowed = UnitFrame(*shadowed.front()).putAround(std::move(*unshadowed));
     return true;
 }
 
-/// The parts of `shadowed` past those of a restoring that ends a shadow on each; none if it doesn't.
-boost::optional<OperationParts> Crossing::awaken(const Operation& shadowed, std::span<const OperationUPtr> restoring,
-                                                 TieResolveCondition tieResolveCondition) const
+/// The parts of `shadowed`, transformed against a restoring that ends a shadow on each; none if it doesn't.
+boost::optional<OperationParts> Crossing::endShadows(const Operation& shadowed,
+                                                     std::span<const OperationUPtr> restoring,
+                                                     TieResolveCondition tieResolveCondition) const
 {
     const unsigned long deadPlacesCount = countDeadPlaces(shadowed);
-    Parts awakened;
+    Parts unshadowed;
     for (const OperationUPtr& shadowedPart : takeUnitApart(takeParts(shadowed)))
     {
         OperationUPtr pastRestoring = cloneOperation(*shadowedPart);
@@ -185,28 +186,29 @@ boost::optional<OperationParts> Crossing::awaken(const Operation& shadowed, std:
             }
             pastRestoring = _transformer.include(*pastRestoring, *part, tieResolveCondition);
         }
-        if (!isAwakened(*pastRestoring, deadPlacesCount))
+        if (!hasShadowEnded(*pastRestoring, deadPlacesCount))
         {
             return boost::none;
         }
         Parts parts = splitResult(std::move(pastRestoring));
-        appendMoved(awakened, parts);
+        appendMoved(unshadowed, parts);
     }
-    return awakened;
+    return unshadowed;
 }
 
-/// Brings what joins a restoring, as that was planned, to where it has to be behind what happened.
-void Crossing::goTheWay(Parts& awakened, ChangeOfRestoring& change, TieResolveCondition tieResolveCondition) const
+/// Transforms what joins a restoring, as that was planned, into what it has to be behind what happened.
+void Crossing::transformAgainstChange(Parts& unshadowed, ChangeOfRestoring& change,
+                                      TieResolveCondition tieResolveCondition) const
 {
     Parts planned = takeUnitApart(takeParts(*change._planned));
-    for (const OperationUPtr& part : awakened)
+    for (const OperationUPtr& part : unshadowed)
     {
         planned.push_back(cloneOperation(*part));
     }
-    Parts way = takeParts(*change._way);
-    cross(awakened, way, tieResolveCondition, true);
+    Parts difference = takeParts(*change._difference);
+    cross(unshadowed, difference, tieResolveCondition, true);
     change = ChangeOfRestoring(std::make_unique<CompositeOperation>(std::move(planned), CompositeKind::Restoring),
-                               makeOperationFromParts(std::move(way)));
+                               makeOperationFromParts(std::move(difference)));
 }
 
 OperationUPtr Crossing::includeSingle(const Operation& first, const Operation& second,

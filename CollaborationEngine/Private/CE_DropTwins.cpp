@@ -12,8 +12,8 @@ namespace Zem::CollaborationEngine
 namespace
 {
 
-/// A part that waits for something above it to come back; null for any other one.
-const ShadowedOperation* findDormant(const Operation& part)
+/// A part that is shadowed by something dead above it; null for any other one.
+const ShadowedOperation* findShadowedPart(const Operation& part)
 {
     const auto* shadowed = getIf<ShadowedOperation>(part);
     return shadowed && !shadowed->getShadows()._deadPlaces.empty() ? shadowed : nullptr;
@@ -28,14 +28,14 @@ bool differInOnePlace(const std::vector<DeadPlace>& first, const std::vector<Dea
            static_cast<std::size_t>(std::count_if(first.begin(), first.end(), isInSecond)) + 1 == first.size();
 }
 
-/// Whether both parts are one edit, of which each of two restorings brings back one of the elements that it waits for.
+/// Whether both parts are one edit, of which each of two restorings brings back one of the elements that shadow it.
 bool areTwins(const Operation& first, const Operation& second)
 {
-    const ShadowedOperation* firstDormant = findDormant(first);
-    const ShadowedOperation* secondDormant = findDormant(second);
-    return firstDormant && secondDormant && first.getID() == second.getID() &&
-           differInOnePlace(firstDormant->getShadows()._deadPlaces, secondDormant->getShadows()._deadPlaces) &&
-           haveEqualEffects(firstDormant->getOriginal(), secondDormant->getOriginal());
+    const ShadowedOperation* firstShadowed = findShadowedPart(first);
+    const ShadowedOperation* secondShadowed = findShadowedPart(second);
+    return firstShadowed && secondShadowed && first.getID() == second.getID() &&
+           differInOnePlace(firstShadowed->getShadows()._deadPlaces, secondShadowed->getShadows()._deadPlaces) &&
+           haveEqualEffects(firstShadowed->getOriginal(), secondShadowed->getOriginal());
 }
 
 /// For each part, whether the other list has a twin of it, of its own.
@@ -59,11 +59,11 @@ std::vector<bool> findTwins(const OperationParts& parts, const OperationParts& o
     return hasTwin;
 }
 
-bool isEachDormantATwin(const OperationParts& parts, const std::vector<bool>& hasTwin)
+bool hasEachShadowedATwin(const OperationParts& parts, const std::vector<bool>& hasTwin)
 {
     for (std::size_t index = 0; index < parts.size(); ++index)
     {
-        if (findDormant(*parts[index]) && !hasTwin[index])
+        if (findShadowedPart(*parts[index]) && !hasTwin[index])
         {
             return false;
         }
@@ -86,7 +86,7 @@ void dropTwins(OperationParts& first, OperationParts& second)
     {
         return;
     }
-    if (isEachDormantATwin(second, hasSecondTwin))
+    if (hasEachShadowedATwin(second, hasSecondTwin))
     {
         drop(second, hasSecondTwin);
     }

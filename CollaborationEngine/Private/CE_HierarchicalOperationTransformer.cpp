@@ -137,7 +137,7 @@ OperationUPtr HierarchicalOperationTransformer::bringAlong(OperationUPtr restori
         return restoring;
     }
     OperationUPtr broughtAlong = includeOperand(second, first, getOpposite(tieResolveCondition));
-    if (!isAwakened(*broughtAlong, deadPlaces.size()))
+    if (!hasShadowEnded(*broughtAlong, deadPlaces.size()))
     {
         return restoring;
     }

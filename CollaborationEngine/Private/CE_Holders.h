@@ -1,8 +1,8 @@
 #pragma once
 
-/// How deletions of one thing are counted. Each deletion holds it down; it lives when nothing does. A marking is the
-/// first deletion, a leaving any further one. A restoring ends all holds; brought past a leaving it becomes a releasing
-/// of all that it knew. The undoing of a leaving is a releasing of that one hold.
+/// How concurrent deletions of one thing are counted: it lives while the count is 0. A marking makes the count 1, each
+/// leaving (a deletion of what is dead already) adds 1. A restoring makes it 0; transformed against a leaving, it
+/// becomes a releasing of all deletions that it knew. The undoing of a leaving is a releasing that takes 1 away.
 
 #include "CE_Shadows.h"
 
@@ -11,7 +11,8 @@
 namespace Zem::CollaborationEngine
 {
 
-/// What lies on a restoring past a leaving: it let go all deletions that it knew, and the leaving holds on.
+/// What a restoring is transformed into against a leaving: a releasing of all deletions that the restoring knew. The
+/// one that it didn't know, the leaving, is left.
 inline Shadows makeHoldsPastLeaving()
 {
     Shadows shadows;
@@ -20,7 +21,7 @@ inline Shadows makeHoldsPastLeaving()
     return shadows;
 }
 
-/// The holds of a releasing alone.
+/// The count of a releasing, without what else shadows it.
 inline Shadows makeHolds(const Shadows& shadows)
 {
     Shadows holds;
@@ -29,15 +30,16 @@ inline Shadows makeHolds(const Shadows& shadows)
     return holds;
 }
 
-/// How many deletions a leaving finds past another leaving. One that holds nothing down neither counts nor is counted.
+/// How many deletions a leaving finds behind another leaving. One that finds none, a pseudo identity, stays so and
+/// isn't counted by others.
 inline unsigned long countHoldersPastLeaving(unsigned long first, unsigned long second)
 {
     return first == 0 || second == 0 ? first : first + 1;
 }
 
-/// How many deletions are left when two releasings have let go; empty if the second one let go what the first one
-/// would. A releasing of one deletion counts as one of those that a releasing of all didn't know: most come later than
-/// that.
+/// How many deletions `first` leaves behind `second`, which is a releasing, too; empty if `second` took away what
+/// `first` would. Which deletions a releasing of all knew isn't kept: a releasing of one counts as one of those that it
+/// didn't know, since most come later than it.
 boost::optional<unsigned long> countHoldersPastReleasing(const Shadows& first, const Shadows& second);
 
 } // namespace Zem::CollaborationEngine

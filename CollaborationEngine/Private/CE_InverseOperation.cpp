@@ -1,12 +1,12 @@
 #include "CE_InverseOperation.h"
 
-#include "CE_BaseOperationTransformer.h"
 #include "CE_Keys.h"
 #include "CE_ListAddresses.h"
 #include "CE_ListSlots.h"
 #include "CE_OperationKinds.h"
 #include "CE_SetPropertyOperation.h"
 #include "CE_TableSlots.h"
+#include "CE_UndoOfParts.h"
 
 #include "Util_Assert.h"
 
@@ -185,29 +185,6 @@ OperationUPtr reverseParts(const CompositeOperation& composite)
     return makeOperationFromParts(std::move(reversals));
 }
 
-/// Each part is undone by an operation brought past the parts behind it, and past what undid these: since the slots of
-/// insertions stay, what undoes them doesn't simply cancel out.
-OperationUPtr undoParts(const CompositeOperation& composite, const BaseOperationTransformer& transformer)
-{
-    const std::vector<OperationUPtr>& parts = composite.getParts();
-    std::vector<OperationUPtr> undoings;
-    undoings.reserve(parts.size());
-    for (std::size_t index = parts.size(); index > 0; --index)
-    {
-        OperationUPtr undoing = makeUndo(*parts[index - 1], transformer);
-        for (std::size_t later = index; later < parts.size(); ++later)
-        {
-            undoing = transformer.include(*undoing, *parts[later], TieResolveCondition::SecondWins);
-        }
-        for (const OperationUPtr& undoingOfLater : undoings)
-        {
-            undoing = transformer.include(*undoing, *undoingOfLater, TieResolveCondition::SecondWins);
-        }
-        undoings.push_back(std::move(undoing));
-    }
-    return makeOperationFromParts(std::move(undoings));
-}
-
 } // namespace
 
 OperationUPtr makeReversal(const Operation& operation)
@@ -215,15 +192,14 @@ OperationUPtr makeReversal(const Operation& operation)
     const auto* composite = getIf<CompositeOperation>(operation);
     OperationUPtr reversal =
         composite ? reverseParts(*composite) : invertSingle(operation, InsertedElements::GoForGood);
-    reversal->inheritIDIfPossibleImpl(operation);
-    return reversal;
+    return withIDOf(operation, std::move(reversal));
 }
 
 OperationUPtr makeUndo(const Operation& operation, const BaseOperationTransformer& transformer)
 {
     if (const auto* composite = getIf<CompositeOperation>(operation))
     {
-        return undoParts(*composite, transformer);
+        return makeOperationFromParts(undoParts(composite->getParts(), transformer));
     }
     return invertSingle(operation, InsertedElements::AreMarked);
 }

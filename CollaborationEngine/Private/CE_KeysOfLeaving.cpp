@@ -4,7 +4,7 @@
 namespace Zem::CollaborationEngine
 {
 
-/// The removal that waited takes effect now.
+/// The removal that did nothing, since the value was gone already, takes effect now.
 OperationUPtr includeKeyLeavingPastInsertion(const NodeOperand& first, const NodeOperand&, TieResolveCondition)
 {
     if (getKeyHoldersCount(first) == 0)

@@ -15,7 +15,7 @@ const SetRowOrColumnPropertyOperation& getSetting(const TableOperand& operand)
 
 } // namespace
 
-/// The setting follows its row or column, and waits for it while it is dead.
+/// The setting follows its row or column, and is shadowed by it while that is dead.
 OperationUPtr includeLineSettingPastSlots(const TableOperand& first, const TableOperand& second,
                                           const SetPropertyDataMerger&, TieResolveCondition)
 {

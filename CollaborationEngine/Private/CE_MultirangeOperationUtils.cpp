@@ -127,9 +127,7 @@ OperationUPtr mergeParts(OperationUPtr operation, CompositeOperation& composite,
         composite.getParts() = std::move(merged);
         return operation;
     }
-    OperationUPtr result = makeOperationFromParts(std::move(merged));
-    result->inheritIDIfPossibleImpl(composite);
-    return result;
+    return withIDOf(composite, makeOperationFromParts(std::move(merged)));
 }
 
 } // namespace

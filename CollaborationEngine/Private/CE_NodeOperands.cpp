@@ -115,7 +115,7 @@ unsigned long countDeadPlaces(const Operation& operation)
     return shadowed ? shadowed->getShadows()._deadPlaces.size() : 0;
 }
 
-bool isAwakened(const Operation& operation, unsigned long deadPlacesBefore)
+bool hasShadowEnded(const Operation& operation, unsigned long deadPlacesBefore)
 {
     const auto* shadowed = getIf<ShadowedOperation>(operation);
     return countDeadPlaces(operation) < deadPlacesBefore && (!shadowed || !shadowed->getShadows().areForGood());

@@ -44,6 +44,6 @@ OperationUPtr applyShadows(std::unique_ptr<AtomicOperation> operation, Shadows s
 unsigned long countDeadPlaces(const Operation& operation);
 
 /// Whether one of the dead places that lay on an operation is gone, and it isn't shadowed for good instead.
-bool isAwakened(const Operation& operation, unsigned long deadPlacesBefore);
+bool hasShadowEnded(const Operation& operation, unsigned long deadPlacesBefore);
 
 } // namespace Zem::CollaborationEngine

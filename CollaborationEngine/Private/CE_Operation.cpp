@@ -5,6 +5,7 @@
 
 #include "Util_Assert.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace Zem::CollaborationEngine
@@ -51,17 +52,17 @@ OperationUPtr EmptyOperation::getPseudoIdentity(const BaseOperationTransformer&)
     return cloneOperation(*this);
 }
 
-ChangeOfRestoring::ChangeOfRestoring(OperationUPtr planned, OperationUPtr way)
+ChangeOfRestoring::ChangeOfRestoring(OperationUPtr planned, OperationUPtr difference)
     : _planned(std::move(planned))
-    , _way(std::move(way))
+    , _difference(std::move(difference))
 {
     derefPtr(_planned);
-    derefPtr(_way);
+    derefPtr(_difference);
 }
 
 ChangeOfRestoring::ChangeOfRestoring(const ChangeOfRestoring& other)
     : _planned(other.isKnown() ? cloneOperation(*other._planned) : nullptr)
-    , _way(other.isKnown() ? cloneOperation(*other._way) : nullptr)
+    , _difference(other.isKnown() ? cloneOperation(*other._difference) : nullptr)
 {
 }
 
@@ -69,6 +70,7 @@ CompositeOperation::CompositeOperation(std::vector<OperationUPtr> parts, Composi
     : _parts(std::move(parts))
     , _kind(kind)
 {
+    ZEM_ASSERT(kind == CompositeKind::Plain || !_parts.empty());
     for (const OperationUPtr& part : _parts)
     {
         derefPtr(part);
@@ -101,9 +103,7 @@ OperationUPtr CompositeOperation::getPseudoIdentity(const BaseOperationTransform
     {
         identities.push_back(part->getPseudoIdentity(transformer));
     }
-    OperationUPtr identity = makeOperationFromParts(std::move(identities));
-    identity->inheritIDIfPossibleImpl(*this);
-    return identity;
+    return withIDOf(*this, makeOperationFromParts(std::move(identities)));
 }
 
 void CompositeOperation::setIDIfNeeded(unsigned long& nextID)
@@ -126,6 +126,7 @@ void CompositeOperation::inheritIDIfPossibleImpl(const Operation& other)
 
 OperationUPtr makeOperationFromParts(std::vector<OperationUPtr> parts)
 {
+    std::for_each(parts.begin(), parts.end(), [](const OperationUPtr& part) { derefPtr(part); });
     if (parts.size() == 1 && !getIf<CompositeOperation>(*parts.front()))
     {
         return std::move(parts.front());
@@ -153,6 +154,28 @@ OperationUPtr makeOperationFromParts(std::vector<OperationUPtr> parts)
         return std::make_unique<EmptyOperation>();
     }
     return flat.size() == 1 ? std::move(flat.front()) : std::make_unique<CompositeOperation>(std::move(flat));
+}
+
+OperationUPtr withIDOf(const Operation& original, OperationUPtr whatBecameOfIt)
+{
+    whatBecameOfIt->inheritIDIfPossibleImpl(original);
+    if (!original.getID() || whatBecameOfIt->getID() == original.getID())
+    {
+        return whatBecameOfIt;
+    }
+    OperationUPtr renamed;
+    if (getIf<EmptyOperation>(*whatBecameOfIt))
+    {
+        renamed = std::make_unique<EmptyOperation>();
+    }
+    else
+    {
+        std::vector<OperationUPtr> parts;
+        parts.push_back(std::move(whatBecameOfIt));
+        renamed = std::make_unique<CompositeOperation>(std::move(parts));
+    }
+    renamed->inheritIDIfPossibleImpl(original);
+    return renamed;
 }
 
 const HierarchicalOperation* AtomicOperation::getIfHierarchical() const

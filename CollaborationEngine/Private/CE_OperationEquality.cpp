@@ -194,7 +194,8 @@ bool haveEqualChanges(const ChangeOfRestoring& first, const ChangeOfRestoring& s
     {
         return captured == CapturedData::IsIgnored || first.isKnown() == second.isKnown();
     }
-    return compare(*first._planned, *second._planned, captured) && compare(*first._way, *second._way, captured);
+    return compare(*first._planned, *second._planned, captured) &&
+           compare(*first._difference, *second._difference, captured);
 }
 
 bool compareParts(const CompositeOperation& first, const CompositeOperation& second, CapturedData captured)

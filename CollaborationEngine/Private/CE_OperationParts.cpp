@@ -4,8 +4,10 @@
 #include "CE_NodeOperands.h"
 #include "CE_OperationKinds.h"
 
+#include "Util_Assert.h"
 #include "Util_Cast.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace Zem::CollaborationEngine
@@ -108,7 +110,34 @@ std::span<const OperationUPtr> getParts(const OperationUPtr& operation)
 const HierarchicalOperation& getFirstSingle(const Operation& operation)
 {
     const auto* composite = getIf<CompositeOperation>(operation);
-    return composite ? getFirstSingle(*composite->getParts().front()) : makeNodeOperand(operation)._operation;
+    if (!composite)
+    {
+        return makeNodeOperand(operation)._operation;
+    }
+    ZEM_ASSERT(!composite->getParts().empty());
+    return getFirstSingle(*composite->getParts().front());
+}
+
+bool touches(const Operation& upper, const Operation& lower)
+{
+    if (const auto* composite = getIf<CompositeOperation>(upper))
+    {
+        const OperationParts& parts = composite->getParts();
+        return std::any_of(parts.begin(), parts.end(),
+                           [&](const OperationUPtr& part) { return touches(*part, lower); });
+    }
+    if (const auto* composite = getIf<CompositeOperation>(lower))
+    {
+        const OperationParts& parts = composite->getParts();
+        return std::any_of(parts.begin(), parts.end(),
+                           [&](const OperationUPtr& part) { return touches(upper, *part); });
+    }
+    if (getIf<EmptyOperation>(upper) || getIf<EmptyOperation>(lower))
+    {
+        return false;
+    }
+    const OperationNodeAddress& upperNode = makeNodeOperand(upper)._operation.getNodeAddress();
+    return upperNode.isPrefixOf(makeNodeOperand(lower)._operation.getNodeAddress());
 }
 
 OperationParts shadowForGood(const OperationParts& parts)

@@ -38,6 +38,10 @@ std::span<const OperationUPtr> getParts(const OperationUPtr& operation);
 /// The operation itself, or the first part of it; of a shadowed one, the original.
 const HierarchicalOperation& getFirstSingle(const Operation& operation);
 
+/// Whether a part of `upper` is aimed at the node of a part of `lower`, or at one that contains it. Otherwise `lower`
+/// stays as it is when it is transformed against `upper`, but for what a restoring that is shadowed brings along.
+bool touches(const Operation& upper, const Operation& lower);
+
 /// The parts, shadowed for good.
 OperationParts shadowForGood(const OperationParts& parts);
 

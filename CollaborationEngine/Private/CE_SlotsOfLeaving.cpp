@@ -5,7 +5,7 @@
 namespace Zem::CollaborationEngine
 {
 
-/// The deletion that waited takes effect now.
+/// The deletion that did nothing, since the slots were dead already, takes effect now.
 void includeLeavingPastRestoring(const SlotOperation& first, const SlotOperation& second, TieResolveCondition,
                                  SlotOperations& result)
 {

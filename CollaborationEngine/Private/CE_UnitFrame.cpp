@@ -24,7 +24,7 @@ void UnitFrame::crossChange(const Operation& other, const BaseOperationTransform
     }
     const OperationUPtr otherBehind = transformer.include(other, *_change._planned, getOpposite(tieResolveCondition));
     _change._planned = transformer.include(*_change._planned, other, tieResolveCondition);
-    _change._way = transformer.include(*_change._way, *otherBehind, tieResolveCondition);
+    _change._difference = transformer.include(*_change._difference, *otherBehind, tieResolveCondition);
 }
 
 OperationParts UnitFrame::putAround(OperationParts parts) &&

@@ -17,7 +17,7 @@ public:
         return _kind != CompositeKind::Plain;
     }
 
-    /// Brings what the unit was to be past `other`, too, which runs in the same state.
+    /// Transforms what the unit was to be against `other`, too, which runs in the same state.
     void crossChange(const Operation& other, const BaseOperationTransformer& transformer,
                      TieResolveCondition tieResolveCondition);
 

@@ -27,7 +27,7 @@ struct AddressChange
     boost::optional<DeadPlace> _deadPlace = boost::none;
 };
 
-/// Brings addresses below a collection past operations on that collection. One serves all nodes of a type.
+/// Transforms addresses below a collection against operations on that collection. One serves all nodes of a type.
 class ZEM_EXPORT AncestorCollectionModificationTransformer
 {
 public:

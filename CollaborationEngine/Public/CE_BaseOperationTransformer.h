@@ -6,8 +6,8 @@
 namespace Zem::CollaborationEngine
 {
 
-/// Brings operations past concurrent ones. This class unpacks: empty operations are neutral, composite ones are brought
-/// past each other part by part. What two single operations mean to each other its sub-classes know.
+/// Transforms operations against concurrent ones. This class unpacks: empty operations are neutral, composite ones are
+/// transformed against each other part by part. What two single operations mean to each other its sub-classes know.
 ///
 /// Thread-safe: a transformer is read-only once it is filled.
 class ZEM_EXPORT BaseOperationTransformer
@@ -19,7 +19,8 @@ public:
     virtual ~BaseOperationTransformer();
 
     /// `first` as it has to be if `second` ran before it. Requires: both were made in one state. The result bears the
-    /// id of `first`; where nothing is left of it, it is an `EmptyOperation`.
+    /// id of `first`; where nothing is left of it, it is an `EmptyOperation`. Fails: what the `includeImpl` of the
+    /// sub-class fails with.
     /// Cost: one transformation for each pair of their parts.
     virtual OperationUPtr include(const Operation& first, const Operation& second,
                                   TieResolveCondition tieResolveCondition) const;

@@ -6,8 +6,8 @@
 namespace Zem::CollaborationEngine
 {
 
-/// What a client has under its hands, such as a selection. The engine keeps, clones and compares it, and brings it past
-/// operations through a `BaseClientEditingStateTransformer`.
+/// What a client has under its hands, such as a selection. The engine keeps, clones and compares it, and transforms it
+/// against operations through a `BaseClientEditingStateTransformer`.
 class ZEM_EXPORT ClientEditingState : public Clonable<ClientEditingState>
 {
 public:

@@ -16,7 +16,9 @@
 namespace Zem::CollaborationEngine
 {
 
-/// An abstract value. Two values are equal when their dynamic types and, deeply, their contents are.
+/// An abstract value. Two values are equal when their dynamic types and, deeply, their contents are. A value that is a
+/// null pointer equals another null pointer alone: a setting that goes from null to a default object changes something,
+/// though a document reads the same before and after it.
 class ZEM_EXPORT DataValue : public Clonable<DataValue>
 {
 public:
@@ -77,7 +79,14 @@ public:
     bool isDeeplyEqual(const DataValue& other) const override
     {
         const auto* sameKind = cast<SimpleDataValue>(&other);
-        return sameKind && areDeeplyEqual(_value, sameKind->_value);
+        if constexpr (ComparisonDetails::IsPointer<T>::value)
+        {
+            return sameKind && ComparisonDetails::arePointersDeeplyEqual(_value, sameKind->_value);
+        }
+        else
+        {
+            return sameKind && areDeeplyEqual(_value, sameKind->_value);
+        }
     }
 
     template<class Archive>
@@ -88,7 +97,8 @@ private:
 };
 
 /// Refers to a value that someone else keeps alive, for handing it to code that takes a `DataValue` without a copy.
-/// A clone holds a copy of the value, so that it may outlive it. It never travels.
+/// It is read as the reference that it holds. A clone is a `SimpleDataValue<T>` with a copy of the value, and so may
+/// outlive that. It never travels.
 template<class T>
 class SimpleDataValue<std::reference_wrapper<const T>> final : public DataValue
 {
@@ -98,9 +108,14 @@ public:
     {
     }
 
-    const T& getValue() const
+    const std::reference_wrapper<const T>& getValue() const
     {
-        return _value.get();
+        return _value;
+    }
+
+    std::reference_wrapper<const T>& getValue()
+    {
+        return _value;
     }
 
     void cloneTo(std::shared_ptr<DataValue>& target) const override

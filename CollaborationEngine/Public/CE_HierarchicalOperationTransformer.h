@@ -11,9 +11,9 @@
 namespace Zem::CollaborationEngine
 {
 
-/// Brings operations on nodes past each other by what is registered for the node types: a `SameNodeTransformer` where
-/// both are aimed at one node, an `AncestorCollectionModificationTransformer` where one is aimed at an ancestor of the
-/// other's node. Operations on nodes of which neither contains the other don't touch each other.
+/// Transforms operations on nodes against each other by what is registered for the node types: a `SameNodeTransformer`
+/// where both are aimed at one node, an `AncestorCollectionModificationTransformer` where one is aimed at an ancestor
+/// of the other's node. Operations on nodes of which neither contains the other don't touch each other.
 class ZEM_EXPORT HierarchicalOperationTransformer : public BaseOperationTransformer
 {
 public:

@@ -31,7 +31,8 @@ public:
 
     virtual unsigned long getSize() const = 0;
 
-    /// Appends deep copies of the items of `other`. Fails: `std::bad_cast` when it is of another dynamic type.
+    /// Appends deep copies of the items of `other`, which may be this collection itself. Fails: `std::bad_cast` when it
+    /// is of another dynamic type.
     virtual void append(const ItemsCollection& other) = 0;
 
     friend bool operator==(const ItemsCollection& left, const ItemsCollection& right)
@@ -115,9 +116,11 @@ public:
     {
         // Nothing is reserved: a vector that grows to the very size needed each time is copied for each piece.
         const C& items = cast<SimpleItemsCollection>(other)._collection;
-        for (const auto& item : items)
+        // `other` may be this very collection, which grows.
+        const unsigned long count = items.size();
+        for (unsigned long index = 0; index < count; ++index)
         {
-            _collection.push_back(deepCopy(item));
+            _collection.push_back(deepCopy(items[index]));
         }
     }
 

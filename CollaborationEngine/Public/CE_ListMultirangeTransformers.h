@@ -9,7 +9,7 @@
 namespace Zem::CollaborationEngine
 {
 
-/// Brings operations on a list that is changed by multirange operations past each other.
+/// Transforms operations on a list that is changed by multirange operations against each other.
 class ZEM_EXPORT ListMultirangeSameNodeTransformer final : public SameNodeTransformer
 {
 public:
@@ -17,7 +17,7 @@ public:
                           TieResolveCondition tieResolveCondition) const override;
 };
 
-/// Brings addresses below a list that is changed by multirange operations past operations on it.
+/// Transforms addresses below a list that is changed by multirange operations against operations on it.
 class ZEM_EXPORT AncestorListMultirangeModificationTransformer final : public AncestorCollectionModificationTransformer
 {
 public:

@@ -9,7 +9,7 @@
 namespace Zem::CollaborationEngine
 {
 
-/// Brings operations on a list past each other.
+/// Transforms operations on a list against each other.
 class ZEM_EXPORT ListSameNodeTransformer final : public SameNodeTransformer
 {
 public:
@@ -17,7 +17,7 @@ public:
                           TieResolveCondition tieResolveCondition) const override;
 };
 
-/// Brings addresses below a list past operations on it.
+/// Transforms addresses below a list against operations on it.
 class ZEM_EXPORT AncestorListModificationTransformer final : public AncestorCollectionModificationTransformer
 {
 public:

@@ -9,7 +9,7 @@
 namespace Zem::CollaborationEngine
 {
 
-/// Brings operations on a map past each other.
+/// Transforms operations on a map against each other.
 class ZEM_EXPORT MapSameNodeTransformer final : public SameNodeTransformer
 {
 public:
@@ -17,7 +17,7 @@ public:
                           TieResolveCondition tieResolveCondition) const override;
 };
 
-/// Brings addresses below a map past operations on it.
+/// Transforms addresses below a map against operations on it.
 class ZEM_EXPORT AncestorMapModificationTransformer final : public AncestorCollectionModificationTransformer
 {
 public:

@@ -138,19 +138,20 @@ enum class CompositeKind : unsigned char
     /// order. Shadowed operations that came after these know them, and don't meet them again.
     Restoring,
     /// The same, where the document made something else of it. Shadowed operations that came after these were made for
-    /// what they were to be, and go the way from there to what happened; if that isn't known, they find no place any
-    /// more, and are shadowed for good.
+    /// what had been planned, and are transformed against the difference to what happened; if that isn't known, they
+    /// find no place any more, and are shadowed for good.
     ChangedRestoring
 };
 
-/// What a restoring was to be that the document made something else of.
+/// Tells of a changed restoring what had been planned, and how that differs from what happened. Operations that were
+/// made for the plan are transformed by it.
 struct ZEM_EXPORT ChangeOfRestoring
 {
-    /// One that isn't known.
+    /// A plan that isn't known.
     ChangeOfRestoring() = default;
 
     /// Fails: "plainPtr" when one of them is null.
-    ChangeOfRestoring(OperationUPtr planned, OperationUPtr way);
+    ChangeOfRestoring(OperationUPtr planned, OperationUPtr difference);
     ChangeOfRestoring(const ChangeOfRestoring& other);
     ChangeOfRestoring(ChangeOfRestoring&&) noexcept = default;
     ChangeOfRestoring& operator=(ChangeOfRestoring&&) noexcept = default;
@@ -163,7 +164,7 @@ struct ZEM_EXPORT ChangeOfRestoring
     /// Runs in the state in which what happened ran.
     OperationUPtr _planned;
     /// Leads from the state behind what was planned to the one behind what happened. No document executes it.
-    OperationUPtr _way;
+    OperationUPtr _difference;
 };
 
 /// Several operations in the order in which they run, each in the coordinates that those before it leave. It isn't
@@ -173,10 +174,11 @@ class ZEM_EXPORT CompositeOperation final : public OperationImpl<CompositeOperat
 public:
     CompositeOperation() = default;
 
-    /// Fails: "plainPtr" when a part is null.
+    /// Fails: "plainPtr" when a part is null; "kind == CompositeKind::Plain || !_parts.empty()" for a restoring that
+    /// has no part, and so restores nothing.
     explicit CompositeOperation(std::vector<OperationUPtr> parts, CompositeKind kind = CompositeKind::Plain);
 
-    /// A `ChangedRestoring`, whose parts are what happened. Fails: "plainPtr" when a part is null.
+    /// A `ChangedRestoring`, whose parts are what happened. Fails: as above.
     CompositeOperation(std::vector<OperationUPtr> parts, ChangeOfRestoring change);
     CompositeOperation(const CompositeOperation& other);
     CompositeOperation(CompositeOperation&&) noexcept = default;
@@ -231,7 +233,12 @@ private:
 /// One operation out of several: an `EmptyOperation` for none, the operation itself for one, else a composite.
 /// Parts that are composite are taken apart, but for those that bring shadowed operations along; empty ones are
 /// dropped.
+/// Fails: "plainPtr" when a part is null.
 ZEM_EXPORT OperationUPtr makeOperationFromParts(std::vector<OperationUPtr> parts);
+
+/// What became of `original`, bearing the id of that, if it has one. What has another id of its own, as the last part
+/// of a composite operation has, keeps that inside a composite of one part: positions find what they lay in by it.
+ZEM_EXPORT OperationUPtr withIDOf(const Operation& original, OperationUPtr whatBecameOfIt);
 
 /// An operation that can't be unpacked further.
 class ZEM_EXPORT AtomicOperation : public Operation

@@ -20,10 +20,12 @@ public:
 
     /// Applies `operation`. If something else had to be done, leaves in `changedOp` the operation that describes what
     /// really happened and returns true; otherwise leaves `changedOp` as it is and returns false. The operation may be
-    /// given the data that a later reverse needs. Requires: `changedOp` is empty.
+    /// given the data that a later reverse needs. Requires: `changedOp` is empty. Fails: an assertion or exception of
+    /// whoever changes the document; what was changed until then stays.
     virtual bool executeAndChangeIfNeeded(Operation& operation, OperationUPtr& changedOp) = 0;
 
-    /// Takes `operation` back exactly. Requires: it is the last one executed that hasn't been taken back.
+    /// Takes `operation` back exactly. Requires: it is the last one executed that hasn't been taken back. Fails: as
+    /// above.
     virtual void reverse(Operation& operation) = 0;
 
     virtual AfterDocumentActionSignal& getAfterDocumentActionSignal() = 0;

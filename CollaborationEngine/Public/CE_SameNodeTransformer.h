@@ -14,7 +14,7 @@ struct NodeOperand
     const Shadows* _shadows = nullptr;
 };
 
-/// Brings operations on a node past others on the same node. One serves all nodes of a type.
+/// Transforms operations on a node against others on the same node. One serves all nodes of a type.
 class ZEM_EXPORT SameNodeTransformer
 {
 public:

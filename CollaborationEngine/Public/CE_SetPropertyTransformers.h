@@ -12,7 +12,7 @@
 namespace Zem::CollaborationEngine
 {
 
-/// Brings operations on the properties of a node past each other.
+/// Transforms operations on the properties of a node against each other.
 class ZEM_EXPORT SetPropertyOperationTransformer final : public SameNodeTransformer
 {
 public:
@@ -31,7 +31,7 @@ private:
     std::shared_ptr<SetPropertyDataMerger> _merger;
 };
 
-/// Brings addresses below past operations on the properties of a node.
+/// Transforms addresses below a node against operations on its properties.
 class ZEM_EXPORT AncestorSetPropertyModificationTransformer final : public AncestorCollectionModificationTransformer
 {
 public:

@@ -12,7 +12,7 @@
 namespace Zem::CollaborationEngine
 {
 
-/// Brings operations on a table's rows and columns past each other.
+/// Transforms operations on a table's rows and columns against each other.
 class ZEM_EXPORT TableSameNodeTransformer final : public SameNodeTransformer
 {
 public:
@@ -31,7 +31,7 @@ private:
     std::shared_ptr<SetPropertyDataMerger> _merger;
 };
 
-/// Brings addresses below past operations on a table's rows and columns.
+/// Transforms addresses below a table against operations on its rows and columns.
 class ZEM_EXPORT AncestorTableModificationTransformer final : public AncestorCollectionModificationTransformer
 {
 public:

@@ -111,6 +111,45 @@ TEST_F(BaseOperationExecutorTest, ChangedPartChangesTheComposite)
     EXPECT_EQ(_changedOp->getID().value_or(0), 4u);
 }
 
+TEST_F(BaseOperationExecutorTest, WhatIsLeftOfAChangedCompositeTakesOverItsId)
+{
+    unsigned long nextID = 4;
+    const OperationUPtr composite = makeComposite({1, RecordingExecutor::changedIndex});
+    composite->setIDIfNeeded(nextID);
+    EXPECT_TRUE(_executor.executeAndChangeIfNeeded(*composite, _changedOp));
+    EXPECT_EQ(_changedOp->getID().value_or(0), 4u);
+    const CompositeOperation& left = cast<CompositeOperation>(*_changedOp);
+    ASSERT_EQ(left.getParts().size(), 1u);
+    EXPECT_EQ(left.getParts()[0]->getID().value_or(0), 5u) << "positions go by the id of the part";
+}
+
+TEST_F(BaseOperationExecutorTest, CompositeOfWhichNothingIsLeftKeepsItsId)
+{
+    unsigned long nextID = 4;
+    const OperationUPtr composite = makeComposite({RecordingExecutor::changedIndex});
+    composite->setIDIfNeeded(nextID);
+    EXPECT_TRUE(_executor.executeAndChangeIfNeeded(*composite, _changedOp));
+    EXPECT_EQ(describe(*_changedOp), "nothing");
+    EXPECT_EQ(_changedOp->getID().value_or(0), 4u);
+}
+
+TEST_F(BaseOperationExecutorTest, ChangedOperationThatIsLeftOverFailsBeforeAnythingIsDone)
+{
+    _changedOp = std::make_unique<EmptyOperation>();
+    EXPECT_ASSERTION(_executor.executeAndChangeIfNeeded(*makeMarking(1), _changedOp), "!changedOp");
+    EXPECT_ASSERTION(_executor.executeAndChangeIfNeededChangedOp(*makeMarking(1), _changedOp), "!changedOp");
+    EXPECT_EQ(_log, Log());
+}
+
+TEST_F(BaseOperationExecutorTest, PartBehindAChangedOneFailsWithoutATransformer)
+{
+    BaseOperationExecutor executor(std::make_unique<RecordingExecutor>(_log), nullptr);
+    EXPECT_FALSE(executor.executeAndChangeIfNeeded(*makeComposite({1, 2}), _changedOp));
+    EXPECT_ASSERTION(
+        executor.executeAndChangeIfNeeded(*makeComposite({RecordingExecutor::changedIndex, 1}), _changedOp),
+        "_transformer");
+}
+
 TEST_F(BaseOperationExecutorTest, ChangedPartLeavesARestoringWithWhatItBringsAlongTogether)
 {
     auto parts = dynamicUPtrCheckedCast<CompositeOperation>(makeComposite({1, RecordingExecutor::changedIndex, 2}));

@@ -154,7 +154,7 @@ TEST_F(ChangeOfRestoringTest, WhatWasDoneToElementsThatDidntHappenIsLeftOut)
               "shadowed(/1[0]/2[0]/2 multi{insert(0,1, 1 items) })");
 }
 
-TEST_F(ChangeOfRestoringTest, RestoringThatDidntHappenLeavesAllAsleep)
+TEST_F(ChangeOfRestoringTest, RestoringThatDidntHappenLeavesAllShadowed)
 {
     removeAndEdit(1);
     const OperationUPtr edit = _replica.pastHistory(insertText(listElementAddress(1), 1, 910, 5), 0);
@@ -166,7 +166,7 @@ TEST_F(ChangeOfRestoringTest, RestoringThatDidntHappenLeavesAllAsleep)
               "/1[1]/2 multi{insert(2,1, 1 items) }; ]");
 }
 
-TEST_F(ChangeOfRestoringTest, RestoringThatHappenedInPartLeavesTheRestAsleep)
+TEST_F(ChangeOfRestoringTest, RestoringThatHappenedInPartLeavesTheRestShadowed)
 {
     _replica.run(std::make_unique<ListModificationOperation<MarkAsRemovedTag>>(
         listAddress(), ElementListType, IndexRange<unsigned long>::fromCount(0, 2)));

@@ -4,7 +4,7 @@
 #include "OperationNotation.h"
 #include "TreeReplica.h"
 
-#include <gtest/gtest.h>
+#include "TS_Assertions.h"
 
 namespace Zem::CollaborationEngine::Testing
 {
@@ -67,6 +67,54 @@ protected:
 };
 
 } // namespace
+
+TEST(Crossing, WhatIsLeftOfACompositeBearsItsId)
+{
+    const auto restore = [](unsigned long slot)
+    {
+        return std::make_unique<ListModificationOperation<RestoreTag>>(listAddress(), ElementListType,
+                                                                       makeElementItems({makeElement(1)}),
+                                                                       IndexRange<unsigned long>::fromCount(slot, 1));
+    };
+    std::vector<OperationUPtr> parts;
+    parts.push_back(restore(1));
+    parts.push_back(markElement(0));
+    CompositeOperation first(std::move(parts));
+    unsigned long nextID = 5;
+    first.setIDIfNeeded(nextID);
+    const auto transformer = makeTreeTransformer();
+    const OperationUPtr left = transformer->include(first, *restore(1), late);
+    EXPECT_EQ(describe(*left), "[" + describe(*markElement(0)) + "; ]");
+    EXPECT_EQ(left->getID().value_or(0), 5u);
+    EXPECT_EQ(cast<CompositeOperation>(*left).getParts()[0]->getID().value_or(0), 7u);
+    const OperationUPtr leftLater = transformer->include(*left, *restore(1), late);
+    EXPECT_EQ(describe(*leftLater), describe(*left)) << "and stays of one part";
+    EXPECT_EQ(makeReversal(*left)->getID().value_or(0), 5u);
+    EXPECT_EQ(left->getPseudoIdentity(*transformer)->getID().value_or(0), 5u);
+}
+
+TEST(Crossing, CompositeOfWhichNothingIsLeftKeepsItsId)
+{
+    const auto restore = std::make_unique<ListModificationOperation<RestoreTag>>(
+        listAddress(), ElementListType, makeElementItems({makeElement(1)}), IndexRange<unsigned long>::fromCount(1, 1));
+    std::vector<OperationUPtr> parts;
+    parts.push_back(cloneOperation(*restore));
+    CompositeOperation first(std::move(parts));
+    unsigned long nextID = 5;
+    first.setIDIfNeeded(nextID);
+    const OperationUPtr left = makeTreeTransformer()->include(first, *restore, late);
+    EXPECT_EQ(describe(*left), "nothing");
+    EXPECT_EQ(left->getID().value_or(0), 5u);
+}
+
+// A composite without parts fits no unit: what a unit restores is told by its first part.
+TEST(Crossing, UnitThatBeginsWithACompositeWithoutPartsFails)
+{
+    std::vector<OperationUPtr> parts;
+    parts.push_back(std::make_unique<CompositeOperation>());
+    const CompositeOperation unit(std::move(parts), CompositeKind::Restoring);
+    EXPECT_ASSERTION(makeTreeTransformer()->include(unit, *markElement(0), late), "!composite->getParts().empty()");
+}
 
 TEST(Crossing, EditThatASettingOfTheWholeTextShadowedForGoodIsNotBroughtAlong)
 {

@@ -72,6 +72,16 @@ TEST(ItemsCollection, CollectionsOfOtherTypesAreUnequal)
     EXPECT_THROW(Values({"a"}).append(owned), std::bad_cast);
 }
 
+TEST(ItemsCollection, AppendsCopiesOfItsOwnItems)
+{
+    Values values({"a", "b", "c"});
+    values.append(values);
+    EXPECT_EQ(values, Values({"a", "b", "c", "a", "b", "c"}));
+    Owned owned = makeOwned({"a"});
+    owned.append(owned);
+    EXPECT_EQ(owned, makeOwned({"a", "a"}));
+}
+
 TEST(ItemsCollection, ItemOutlivesItsCollection)
 {
     auto owned = std::make_unique<Owned>(makeOwned({"a", "b"}));

@@ -109,6 +109,14 @@ TEST(MultirangeOperationUtils, MergedOperationsKeepTheirId)
     EXPECT_EQ(mergeOperations(std::move(operation), false)->getID().value_or(0), 6u);
 }
 
+TEST(MultirangeOperationUtils, CompositeOfOnePartKeepsItsId)
+{
+    unsigned long nextID = 6;
+    OperationUPtr composite = makeComposite(makeText<MarkAsRemoved>({{0, 1, "a"}}), std::make_unique<EmptyOperation>());
+    composite->setIDIfNeeded(nextID);
+    EXPECT_EQ(mergeOperations(std::move(composite), false)->getID().value_or(0), 6u);
+}
+
 TEST(MultirangeOperationUtils, OverlappingRangesFail)
 {
     EXPECT_ASSERTION(makeListTransformer()->include(*makeText<MarkAsRemoved>({{0, 2, "ab"}, {1, 1, "b"}}),

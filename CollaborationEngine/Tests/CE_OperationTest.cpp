@@ -103,6 +103,46 @@ TEST(CompositeOperation, NullPartFails)
     EXPECT_ASSERTION(CompositeOperation(std::move(parts)), "plainPtr");
 }
 
+TEST(CompositeOperation, RestoringWithoutPartsFails)
+{
+    using Parts = std::vector<OperationUPtr>;
+    constexpr const char* message = "kind == CompositeKind::Plain || !_parts.empty()";
+    EXPECT_ASSERTION(CompositeOperation(Parts(), CompositeKind::Restoring), message);
+    EXPECT_ASSERTION(CompositeOperation(Parts(), CompositeKind::ChangedRestoring), message);
+    EXPECT_ASSERTION(CompositeOperation(Parts(), ChangeOfRestoring()), message);
+    EXPECT_TRUE(CompositeOperation(Parts()).getParts().empty());
+}
+
+TEST(CompositeOperation, NullPartFailsWhateverTheKind)
+{
+    std::vector<OperationUPtr> parts(1);
+    EXPECT_ASSERTION(CompositeOperation(std::move(parts), CompositeKind::Restoring), "plainPtr");
+}
+
+TEST(CompositeOperation, MakingOneOutOfPartsFailsForANullPart)
+{
+    EXPECT_ASSERTION(makeOperationFromParts(std::vector<OperationUPtr>(1)), "plainPtr");
+    std::vector<OperationUPtr> parts;
+    parts.push_back(makeMarking());
+    parts.push_back(nullptr);
+    EXPECT_ASSERTION(makeOperationFromParts(std::move(parts)), "plainPtr");
+}
+
+TEST(CompositeOperation, WhatBecameOfAnOperationBearsItsId)
+{
+    unsigned long nextID = 5;
+    const OperationUPtr original = makeComposite();
+    EXPECT_FALSE(withIDOf(*original, makeMarking())->getID()) << "there is none yet";
+    original->setIDIfNeeded(nextID);
+    const OperationUPtr unnamed = withIDOf(*original, makeMarking());
+    EXPECT_EQ(describe(*unnamed), "/1 mark(0,1, a)");
+    EXPECT_EQ(unnamed->getID().value_or(0), 5u);
+    const OperationUPtr named = withIDOf(*original, cloneOperation(*cast<CompositeOperation>(*original).getParts()[0]));
+    EXPECT_EQ(describe(*named), "[/1 mark(0,1, a); ]");
+    EXPECT_EQ(named->getID().value_or(0), 5u);
+    EXPECT_EQ(cast<CompositeOperation>(*named).getParts()[0]->getID().value_or(0), 6u);
+}
+
 TEST(CompositeOperation, MakingOneOutOfPartsTakesPlainCompositesApart)
 {
     std::vector<OperationUPtr> parts;

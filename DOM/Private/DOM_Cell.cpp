@@ -26,12 +26,6 @@ Cell::Cell(const Cell& other, CopyStrategy strategy)
 
 Cell::Cell(Cell&&) noexcept = default;
 
-Cell& Cell::operator=(const Cell& other)
-{
-    return *this = Cell(other);
-}
-
-Cell& Cell::operator=(Cell&&) noexcept = default;
 Cell::~Cell() = default;
 
 const TextWithTombstones& Cell::getTextWithTombstones() const
@@ -79,7 +73,7 @@ const ArrayFormulaShift* Cell::getArrayFormulaShift() const
 
 bool Cell::isEmpty(WithTombstones withTombstones) const
 {
-    if (!getTextWithTombstones().getBlocks().empty() || !(_mergeProps == CellMergeProps()))
+    if (!getTextWithTombstones().getBlocks().empty() || _mergeProps.isMerge())
     {
         return false;
     }

@@ -1,7 +1,7 @@
 #include "DOM_CheckInvariants.h"
 #include "DOM_Blocks.h"
 #include "DOM_PivotTable.h"
-#include "DOM_TextLimits.h"
+#include "DOM_PlaneSize.h"
 #include "DOM_TombstonesLimits.h"
 
 #include "Util_Assert.h"
@@ -128,7 +128,7 @@ Problems checkTombstones(const TextWithTombstones& text)
     {
         return {"The record of the tombstones is broken: " + std::string(failure.what()) + "."};
     }
-    const auto misfit = TombstonesLimits::findMisfit(text.getTombstones(), TextLimits::getSlotsCount(text.getBlocks()));
+    const auto misfit = TombstonesLimits::findMisfit(text.getTombstones(), PlaneSize::of(text.getBlocks()));
     return misfit ? Problems{*misfit} : Problems();
 }
 

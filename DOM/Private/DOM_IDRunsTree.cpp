@@ -1,5 +1,7 @@
 #include "DOM_IDRunsTree.h"
 
+#include "Util_SecretHash.h"
+
 #include <algorithm>
 
 namespace Zem::DOM::IDRunsDetails
@@ -179,13 +181,11 @@ IDRunsTree::Position IDRunsTree::find(unsigned long target) const
 template IDRunsTree::Position IDRunsTree::find<&Counts::_all>(unsigned long target) const;
 template IDRunsTree::Position IDRunsTree::find<&Counts::_live>(unsigned long target) const;
 
-/// A mixed node number: as good as random, and the same for every table with the same history.
+/// As good as random, and known to nobody: whoever could tell priorities in advance could choose the places of new
+/// lines so that the tree becomes a list.
 std::uint64_t IDRunsTree::getPriority(NodeNumber node)
 {
-    std::uint64_t mixed = (node + 1) * 0x9E3779B97F4A7C15U;
-    mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9U;
-    mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EBU;
-    return mixed ^ (mixed >> 31);
+    return secretHash(node);
 }
 
 NodeNumber IDRunsTree::allocate(const Run& run)

@@ -286,7 +286,7 @@ void Table::setMergeProps(RowIndex row, ColumnIndex column, unsigned long rowsCo
 {
     const CellIndex index(row, column);
     const CellMergeProps props(rowsCount, colsCount);
-    if (!(props == CellMergeProps()))
+    if (props.isMerge())
     {
         getGrid().setMergeProps(getGrid().getOrCreateSlot(index), props);
     }
@@ -299,7 +299,7 @@ void Table::setMergeProps(RowIndex row, ColumnIndex column, unsigned long rowsCo
 boost::optional<CellIndex> Table::getMergedCellRoot(RowIndex row, ColumnIndex column) const
 {
     const Cell* const cell = getCell(row, column);
-    if (cell && !(cell->getMergeProps() == CellMergeProps()))
+    if (cell && cell->getMergeProps().isMerge())
     {
         return boost::none;
     }
@@ -311,7 +311,7 @@ const TableRange* Table::getMergedRange(RowIndex row, ColumnIndex column) const
 {
     const RectangleIndex& merges = getGrid().getMerges();
     const CellSlot* const slot = getGrid().findSlot(CellIndex(row, column));
-    const RootedRectangle* const merge = slot && !(slot->_cell.getMergeProps() == CellMergeProps())
+    const RootedRectangle* const merge = slot && slot->_cell.getMergeProps().isMerge()
                                              ? merges.find(*slot, getExtent(slot->_cell.getMergeProps()))
                                              : merges.findAt(CellIndex(row, column));
     if (!merge)

@@ -59,7 +59,7 @@ TableRange makeStrip(unsigned long begin, unsigned long end)
 
 bool isMerged(const Cell& cell)
 {
-    return !(cell.getMergeProps() == CellMergeProps());
+    return cell.getMergeProps().isMerge();
 }
 
 } // namespace
@@ -71,11 +71,17 @@ TableGrid::TableGrid(TombstonesWithIDsStorage rows, TombstonesWithIDsStorage col
 {
 }
 
-TableGrid::TableGrid(const TableGrid& other)
+TableGrid::TableGrid(const TableGrid& other, LinesOnly)
     : _lines(other._lines)
-    , _cellsCount(other._cellsCount)
     , _merges(*this)
     , _pivotTables(*this)
+{
+}
+
+// Another constructor has made a whole grid before the first cell comes in: should there be no memory for all of them,
+// the destructor frees those that there are.
+TableGrid::TableGrid(const TableGrid& other)
+    : TableGrid(other, LinesOnly())
 {
     for (const Line<RowAxis>& otherRow : other.getLines<RowAxis>().getOrderedLines())
     {
@@ -86,6 +92,7 @@ TableGrid::TableGrid(const TableGrid& other)
             appendTo(*slot, row);
             appendTo(*slot, *getLines<ColumnAxis>().findLineByID(otherSlot.getLine<ColumnAxis>()._id));
             indexRectangles(*slot.release());
+            ++_cellsCount;
         }
     }
 }

@@ -135,6 +135,13 @@ public:
     friend bool operator==(const TableGrid& left, const TableGrid& right);
 
 private:
+    struct LinesOnly
+    {
+    };
+
+    /// Without the cells.
+    TableGrid(const TableGrid& other, LinesOnly);
+
     template<class Axis>
     using CrossingLines = TableLines<typename Axis::Crossing>;
 

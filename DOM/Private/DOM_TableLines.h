@@ -13,6 +13,7 @@
 #include "DOM_TombstonesWithIDsStorage.h"
 
 #include "Util_Assert.h"
+#include "Util_SecretHash.h"
 #include "Util_TableIndices.h"
 
 #include <boost/intrusive/avl_set_hook.hpp>
@@ -48,7 +49,8 @@ struct Line;
 
 template<class Axis>
 using CellHook = boost::intrusive::avl_set_base_hook<boost::intrusive::tag<Axis>,
-                                                     boost::intrusive::link_mode<boost::intrusive::normal_link>>;
+                                                     boost::intrusive::link_mode<boost::intrusive::normal_link>,
+                                                     boost::intrusive::optimize_size<true>>;
 
 /// A cell in its two lines.
 struct CellSlot : CellHook<RowAxis>, CellHook<ColumnAxis>
@@ -85,7 +87,8 @@ using LineCells = boost::intrusive::avltree<CellSlot, boost::intrusive::base_hoo
                                             boost::intrusive::compare<OrderGivenBySearches>,
                                             boost::intrusive::constant_time_size<false>>;
 
-using LineHook = boost::intrusive::avl_set_base_hook<boost::intrusive::link_mode<boost::intrusive::normal_link>>;
+using LineHook = boost::intrusive::avl_set_base_hook<boost::intrusive::link_mode<boost::intrusive::normal_link>,
+                                                     boost::intrusive::optimize_size<true>>;
 
 /// A row or column that has a style or cells.
 template<class Axis>
@@ -276,7 +279,8 @@ public:
 
 private:
     TombstonesWithIDsStorage _ids;
-    std::unordered_map<unsigned long, Line<Axis>> _linesByID;
+    /// The ids come from files and from other users.
+    std::unordered_map<unsigned long, Line<Axis>, SecretHasher> _linesByID;
     OrderedLines _orderedLines;
 };
 

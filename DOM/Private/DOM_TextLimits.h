@@ -1,6 +1,6 @@
 #pragma once
 
-/// How many slots there are in a text, and what a reader requires of one.
+/// What a reader requires of a text.
 
 #include "DOM_Block.h"
 #include "DOM_Run.h"
@@ -8,13 +8,6 @@
 
 namespace Zem::DOM::TextLimits
 {
-
-/// How many live slots a block takes in the flat form of its text. Linear in the runs of a paragraph.
-/// Requires: the block has no null run.
-unsigned long getSlotsCount(const Block& block);
-
-/// The same for all blocks. Requires: no block and no run is null.
-unsigned long getSlotsCount(const Blocks& blocks);
 
 /// Fail: `BaseRuntimeError`, naming the place, when an element is null.
 void requireNoNull(const Blocks& blocks);

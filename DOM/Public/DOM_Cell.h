@@ -30,7 +30,7 @@ using CellData = boost::variant<boost::blank, const Formula*, const ArrayFormula
 /// formula or a value is the text's one block, a `FieldBlock`. What a cell doesn't have costs a null pointer.
 ///
 /// Merge and pivot table concern the table as a whole, which keeps an index of them: of a cell in a table they are set
-/// through the table alone. For the same reason such a cell must not be assigned to as a whole.
+/// through the table alone. For the same reason a cell can be copied, but not assigned to.
 class ZEM_EXPORT Cell
 {
 public:
@@ -47,8 +47,7 @@ public:
     Cell(const Cell& other);
     Cell(const Cell& other, CopyStrategy strategy);
     Cell(Cell&&) noexcept;
-    Cell& operator=(const Cell& other);
-    Cell& operator=(Cell&&) noexcept;
+    Cell& operator=(const Cell&) = delete;
     ~Cell();
 
     /// For a cell without text this is one empty text for all cells, which stays.

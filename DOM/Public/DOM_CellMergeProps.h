@@ -30,6 +30,12 @@ public:
         return _capturedColsCount;
     }
 
+    /// Whether the cell captures any other.
+    bool isMerge() const
+    {
+        return _capturedRowsCount > 0 || _capturedColsCount > 0;
+    }
+
     static constexpr auto fields()
     {
         return std::make_tuple(field("_capturedRowsCount", &CellMergeProps::_capturedRowsCount),

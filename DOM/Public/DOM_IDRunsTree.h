@@ -2,9 +2,10 @@
 
 /// The runs of `TombstonesWithIDsStorage`, in order, each found by place, by live index, or by one of its ids.
 ///
-/// The runs are the nodes of a binary tree, which is kept balanced by a heap order of pseudo-random priorities. A node
-/// knows the sums of the runs below it, so that one finds a place by walking down. It also knows its parent, so that
-/// one finds the place of a run by walking up; a map from first ids to nodes tells with which run of all to begin:
+/// The runs are the nodes of a binary tree, which is kept balanced by a heap order of priorities that are as good as
+/// random and differ from process to process. A node knows the sums of the runs below it, so that one finds a place by
+/// walking down. It also knows its parent, so that one finds the place of a run by walking up; a map from first ids to
+/// nodes tells with which run of all to begin:
 ///
 ///     runs        {7: 3 live} {20: 2 dead} {10: 5 live}          {first id: count}
 ///     places      0 1 2       3 4          5 6 7 8 9

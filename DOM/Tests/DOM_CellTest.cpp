@@ -179,9 +179,9 @@ TEST(Cell, CopiesDeeply)
     copy.getTextWithTombstones().getBlocks().clear();
     EXPECT_FALSE(copy == original);
     EXPECT_EQ(1u, original.getTextWithTombstones().getBlocks().size());
-    copy = original;
-    EXPECT_TRUE(copy == original);
-    const Cell moved = std::move(copy);
+    Cell again = original;
+    EXPECT_TRUE(again == original);
+    const Cell moved = std::move(again);
     EXPECT_TRUE(moved == original);
 }
 

@@ -9,9 +9,11 @@
 #include "Util_JsonText.h"
 
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace Zem::DOM::Tests
 {
@@ -280,6 +282,23 @@ TEST(DocumentJson, RefusesNumbersThatAreTooBig)
     }
 }
 
+TEST(DocumentJson, RefusesNumbersThatAreNotFinite)
+{
+    Document document;
+    auto shape = std::make_unique<Shape>();
+    shape->setSize(Size2D<float>{2.5F, 3});
+    document.getTextWithTombstones().getBlocks().push_back(std::move(shape));
+    const std::string json = toJson(document);
+    ASSERT_EQ("", getError(json));
+    for (const char* number : {"NaN", "Infinity", "-Infinity", "1e300", "1e400"})
+    {
+        EXPECT_NE("", getError(replaceFirst(json, "2.5", number))) << number;
+    }
+    static_cast<Shape&>(*document.getTextWithTombstones().getBlocks().front())
+        .setSize(Size2D<float>{std::numeric_limits<float>::infinity(), 3});
+    EXPECT_THROW(toJson(document), std::runtime_error);
+}
+
 namespace
 {
 
@@ -296,6 +315,13 @@ std::string mutate(std::string json, std::mt19937_64& random)
         {
             const std::size_t from = pick(json.size());
             json.replace(place, pick(40), json.substr(from, pick(40)));
+            continue;
+        }
+        static const std::vector<std::string> numbers{"NaN", "Inf", "-Infinity", "1e300", "-1e-400", "1e999"};
+        if (pick(4) == 0)
+        {
+            const std::size_t end = json.find_first_not_of("0123456789.eE-", place);
+            json.replace(place, end == std::string::npos ? 0 : end - place, numbers[pick(numbers.size())]);
             continue;
         }
         json[place] = interesting[pick(interesting.size())];

@@ -43,6 +43,13 @@ TEST(CellMergeProps, TravelsAsTwoCounts)
     EXPECT_TRUE(CellMergeProps(2, 3) != CellMergeProps());
 }
 
+TEST(CellMergeProps, AreAMergeWhereTheyCaptureAnything)
+{
+    EXPECT_FALSE(CellMergeProps().isMerge());
+    EXPECT_TRUE(CellMergeProps(1, 0).isMerge());
+    EXPECT_TRUE(CellMergeProps(0, 1).isMerge());
+}
+
 TEST(TableSettings, TravelsWithItsGroupingApart)
 {
     EXPECT_EQ(R"({"_showZeroValue":true,"_groupingProps":{"_isSummaryBelow":true,"_isSummaryRight":true}})",

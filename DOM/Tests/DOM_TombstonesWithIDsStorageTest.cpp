@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <ctime>
 #include <random>
 #include <vector>
 
@@ -408,6 +410,63 @@ TEST(TombstonesWithIDsStorage, TravelsAsRuns)
     EXPECT_LT(huge.getMemoryUsage(), 512u);
     EXPECT_THROW(fromJson<TombstonesWithIDsStorage>(R"({"_runs":[{"_firstID":0,"_count":0,"_isLive":true}]})"),
                  BaseRuntimeError);
+}
+
+namespace
+{
+
+/// A well-known mixing of a number's bits.
+std::uint64_t mixBits(std::uint64_t number)
+{
+    std::uint64_t mixed = (number + 1) * 0x9E3779B97F4A7C15U;
+    mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9U;
+    mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EBU;
+    return mixed ^ (mixed >> 31);
+}
+
+/// Where each of `count` lines is inserted so that, in the end, they stand in the order of `getRank`.
+template<class GetRank>
+std::vector<unsigned long> makePlaces(unsigned long count, GetRank getRank)
+{
+    std::vector<unsigned long> places;
+    std::vector<std::uint64_t> ranks;
+    for (unsigned long index = 0; index < count; ++index)
+    {
+        const std::uint64_t rank = getRank(index);
+        const auto position = std::lower_bound(ranks.begin(), ranks.end(), rank);
+        places.push_back(static_cast<unsigned long>(position - ranks.begin()));
+        ranks.insert(position, rank);
+    }
+    return places;
+}
+
+/// How long it takes to insert lines at these places, and to look each of them up.
+std::clock_t measureInsertions(const std::vector<unsigned long>& places)
+{
+    const std::clock_t begin = std::clock();
+    TombstonesWithIDsStorage storage;
+    for (unsigned long index = 0; index < places.size(); ++index)
+    {
+        storage.insertElement(Place(places[index]), 2 * index);
+    }
+    for (unsigned long index = 0; index < places.size(); ++index)
+    {
+        EXPECT_LT(storage.getLiveIndex(2 * index), storage.getLiveCount());
+    }
+    EXPECT_TRUE(storage.checkInvariants().empty());
+    return std::clock() - begin;
+}
+
+} // namespace
+
+TEST(TombstonesWithIDsStorage, PlacesThatWereChosenByTheOrderOfTheNodesCostNoMoreThanOthers)
+{
+    constexpr unsigned long count = 12000;
+    std::mt19937_64 random(1);
+    const std::clock_t ordinary = measureInsertions(makePlaces(count, [&](unsigned long) { return random(); }));
+    const std::clock_t limit = 10 * ordinary + CLOCKS_PER_SEC / 10;
+    EXPECT_LT(measureInsertions(makePlaces(count, mixBits)), limit);
+    EXPECT_LT(measureInsertions(makePlaces(count, [](unsigned long index) { return ~mixBits(index); })), limit);
 }
 
 } // namespace Zem::DOM::Tests

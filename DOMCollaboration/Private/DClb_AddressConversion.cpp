@@ -171,9 +171,7 @@ void convertIndex(const OperationNodeAdapter<true>& adapter, OperationChunk& chu
     const auto convert = [&](const auto& list)
     { return excludingToIncluding ? includeTombstones(list, chunk) : excludeTombstones(list, chunk); };
     const bool result = visitWith<bool>(
-        adapter,
-        [&](const GenericTextWithTombstonesNodeAdapter<true>& text)
-        { return convert(text.getTextWithTombstones().getTombstones()); },
+        adapter, [&](const GenericTextWithTombstonesNodeAdapter<true>& text) { return convert(text.getTombstones()); },
         [&](const InOperationWorld<GenericCellCollectionNodeAdapter, true>& cells)
         { return convert(cells.getTable()); },
         [&](const InOperationWorld<GenericFrameCollectionNodeAdapter, true>& frames)
@@ -256,7 +254,7 @@ void convertTextStep(Walkers& walkers, const OperationChunk& chunk, bool isLast,
 {
     auto& text = cast<GenericTextWithTombstonesNodeAdapter<true>>(*walkers._operation);
     const IndexExcludingTombstones planeIndex(boost::get<AddressInList>(chunk).getIndex());
-    const boost::optional<PlanePlace> place = PlaneWalk::find(text.getTextWithTombstones().getBlocks(), planeIndex);
+    const boost::optional<PlanePlace> place = text.findPlace(planeIndex);
     ZEM_ASSERT_MESSAGE(place, "There is no element corresponding to the passed address");
     const unsigned long firstOfWay = result.getSize();
     appendWayTo(*place, result);

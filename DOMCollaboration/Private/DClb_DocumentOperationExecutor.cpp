@@ -25,7 +25,6 @@ namespace
 class DocumentAtomicOperationExecutor final : public CollaborationEngine::AtomicOperationExecutor
 {
 public:
-    /// `proxy` needn't be built yet: only its address is passed on.
     DocumentAtomicOperationExecutor(std::shared_ptr<DocumentAdapterWithNodeAdapter> dom,
                                     CollaborationEngine::OperationExecutor& proxy,
                                     std::weak_ptr<ExecutorNotificationObserver> observer)
@@ -73,38 +72,35 @@ DocumentOperationExecutor::DocumentOperationExecutor(
     std::shared_ptr<DocumentAdapterWithNodeAdapter> dom,
     std::shared_ptr<CollaborationEngine::BaseOperationTransformer> transformer,
     std::weak_ptr<ExecutorNotificationObserver> observer)
-    : BaseOperationExecutor(std::make_unique<DocumentAtomicOperationExecutor>(dom, _proxy, std::move(observer)),
+    : ProxyHolder(static_cast<BaseOperationExecutor&>(*this))
+    , BaseOperationExecutor(std::make_unique<DocumentAtomicOperationExecutor>(dom, _proxy, std::move(observer)),
                             std::move(transformer))
     , _dom(std::move(dom))
-    , _proxy(*this)
 {
     ZEM_ASSERT(_dom);
 }
 
 DocumentOperationExecutor::~DocumentOperationExecutor() = default;
 
-DocumentOperationExecutor::ProxyOperationExecutor::ProxyOperationExecutor(
-    CollaborationEngine::BaseOperationExecutor& owner)
+ProxyOperationExecutor::ProxyOperationExecutor(CollaborationEngine::BaseOperationExecutor& owner)
     : _owner(owner)
 {
 }
 
-DocumentOperationExecutor::ProxyOperationExecutor::~ProxyOperationExecutor() = default;
+ProxyOperationExecutor::~ProxyOperationExecutor() = default;
 
-bool DocumentOperationExecutor::ProxyOperationExecutor::executeAndChangeIfNeeded(Operation& operation,
-                                                                                 OperationUPtr& changedOp)
+bool ProxyOperationExecutor::executeAndChangeIfNeeded(Operation& operation, OperationUPtr& changedOp)
 {
     const auto silence = _owner.getSetSilentModeGuard();
     return _owner.executeAndChangeIfNeeded(operation, changedOp);
 }
 
-void DocumentOperationExecutor::ProxyOperationExecutor::reverse(Operation& operation)
+void ProxyOperationExecutor::reverse(Operation& operation)
 {
     _owner.reverse(operation);
 }
 
-CollaborationEngine::AfterDocumentActionSignal&
-DocumentOperationExecutor::ProxyOperationExecutor::getAfterDocumentActionSignal()
+CollaborationEngine::AfterDocumentActionSignal& ProxyOperationExecutor::getAfterDocumentActionSignal()
 {
     ZEM_FAIL("Proxy executor isn't supposed to have subcribers.");
 }

@@ -62,8 +62,8 @@ template<class Lines>
 bool canRemoveShift(const DOM::ArrayFormulaShift& shift, typename Lines::Index currentIndex,
                     typename Lines::Index begin, typename Lines::Index end)
 {
-    const typename Lines::Index root = currentIndex - Lines::getShiftCount(shift);
-    return begin <= root && root <= end;
+    const unsigned long count = Lines::getShiftCount(shift);
+    return count <= currentIndex.get() && begin <= currentIndex - count && currentIndex - count <= end;
 }
 
 template<class Lines>

@@ -76,7 +76,8 @@ ZEM_EXPORT SharedConstPtr<CollaborationEngine::RowOrColumn> makeRowOrColumn(cons
 /// looked for in rows, nor those of one column in columns; in a rectangle all are.
 /// Fails: "mergedCells.at(cell) == indices" when a cell was found at another place before. For rows and rectangles:
 /// "(startColIndex + colsCount).get() <= table.getLiveColsCount().get()".
-/// Cost: a merge is stepped over as a whole.
+/// Cost: that of the merges met, times the lines in which they begin or end; a merge is stepped over as a whole, and
+/// what lies between merges isn't looked at.
 ZEM_EXPORT void getMergedCellsInRow(MergedCells& mergedCells, const DOM::Table& table, RowIndex row);
 ZEM_EXPORT void getMergedCellsInRows(MergedCells& mergedCells, const DOM::Table& table, RowIndex first,
                                      unsigned long count);

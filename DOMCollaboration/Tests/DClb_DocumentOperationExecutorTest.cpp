@@ -63,6 +63,18 @@ protected:
     int _signalsCount = 0;
 };
 
+/// Gives its node executors' proxy out.
+class ExecutorWithOpenProxy final : public DocumentOperationExecutor
+{
+public:
+    using DocumentOperationExecutor::DocumentOperationExecutor;
+
+    CollaborationEngine::OperationExecutor& getProxy()
+    {
+        return _proxy;
+    }
+};
+
 const std::set<unsigned long> guardedTypes{0, 1, 2, 3, 14, 16, 18, 21, 22, 23, 33};
 
 /// What an assertion says; "another exception" or empty for what isn't one.
@@ -196,6 +208,48 @@ TEST_F(DocumentOperationExecutorTest, OnlyTheOuterOperationOfANestedOneRaisesASi
     nestingExecutor.executeAndChangeIfNeeded(operation, changedOp);
     EXPECT_EQ(makeTestUUID(2), getTextRun().getSharedStyle()->get().getParentUUID());
     EXPECT_EQ(1, signalsCount);
+}
+
+TEST_F(DocumentOperationExecutorTest, TheProxyThatNodeExecutorsAreGivenRunsOnTheSameDocumentSilently)
+{
+    ExecutorWithOpenProxy* executor = nullptr;
+    std::vector<UUID> parents;
+    auto nest = [&]
+    {
+        parents.push_back(getTextRun().getSharedStyle()->get().getParentUUID());
+        if (parents.size() > 1)
+        {
+            return;
+        }
+        auto nested = makeParentChange(makeTestUUID(1), makeTestUUID(2));
+        OperationUPtr changedOp;
+        EXPECT_FALSE(executor->getProxy().executeAndChangeIfNeeded(nested, changedOp));
+    };
+    const auto observer = std::make_shared<SingleActionExecutorNotificationObserver<decltype(nest)>>(nest);
+    ExecutorWithOpenProxy nestingExecutor(_adapter, nullptr, observer);
+    executor = &nestingExecutor;
+    int signalsCount = 0;
+    nestingExecutor.getAfterDocumentActionSignal().connect([&] { ++signalsCount; });
+
+    auto operation = makeParentChange(UUID(), makeTestUUID(1));
+    OperationUPtr changedOp;
+    nestingExecutor.executeAndChangeIfNeeded(operation, changedOp);
+    EXPECT_EQ((std::vector<UUID>{makeTestUUID(1), makeTestUUID(2)}), parents);
+    EXPECT_EQ(1, signalsCount);
+    EXPECT_ASSERTION(nestingExecutor.getProxy().getAfterDocumentActionSignal(),
+                     "Proxy executor isn't supposed to have subcribers.");
+}
+
+// It used to be found after the run had its new parent already.
+TEST_F(DocumentOperationExecutorTest, AChangedOperationThatIsLeftOverFailsBeforeTheTreeIsTouched)
+{
+    const DOM::Document before(_document);
+    auto operation = makeParentChange(UUID(), makeTestUUID(1));
+    OperationUPtr changedOp = std::make_unique<CollaborationEngine::EmptyOperation>();
+    EXPECT_ASSERTION(_executor.executeAndChangeIfNeeded(operation, changedOp), "!changedOp");
+    EXPECT_TRUE(before == _document);
+    EXPECT_EQ(Lines(), _observer->takeLines());
+    EXPECT_EQ(0, _signalsCount);
 }
 
 TEST_F(DocumentOperationExecutorTest, NobodyMaySubscribeToTheProxy)

@@ -91,6 +91,31 @@ Places findNaively(const DOM::Table& table, const TableRange& range, Filter filt
     return places;
 }
 
+/// The walk along a row that looks at every place; merges may overlap.
+Places walkNaively(const DOM::Table& table, unsigned long r, unsigned long begin, unsigned long end)
+{
+    Places places;
+    for (unsigned long c = begin; c < end;)
+    {
+        const DOM::Cell* cell = table.getCell(row(r), column(c));
+        CellIndex root(row(r), column(c));
+        if (!cell || cell->getMergeProps() == DOM::CellMergeProps())
+        {
+            const auto capturing = table.getMergedCellRoot(row(r), column(c));
+            if (!capturing)
+            {
+                ++c;
+                continue;
+            }
+            root = *capturing;
+            cell = table.getCell(root.rowIndex, root.colIndex);
+        }
+        places.emplace(root.rowIndex.get(), root.colIndex.get());
+        c = root.colIndex.get() + cell->getMergeProps().getCapturedColsCount() + 1;
+    }
+    return places;
+}
+
 } // namespace
 
 TEST(MergedCells, ARowScanIgnoresMergesOfOneRow)
@@ -158,6 +183,27 @@ TEST(MergedCells, CountsBeyondTheTableFindWhatIsInsideIt)
     EXPECT_EQ(Places(), findInRect(table, 0, 0, 0, huge)) << "no rows at all";
 }
 
+TEST(MergedCells, MergesThatReachFurtherThanCanBeCountedAreScanned)
+{
+    constexpr unsigned long huge = std::numeric_limits<unsigned long>::max();
+    DOM::Table table(5, 5);
+    table.setMergeProps(row(1), column(1), huge, huge);
+    for (const unsigned long index : {1, 3, 4})
+    {
+        EXPECT_EQ((Places{{1, 1}}), findInRow(table, index));
+        EXPECT_EQ((Places{{1, 1}}), findInColumn(table, index));
+    }
+    EXPECT_EQ((Places{{1, 1}}), findInRect(table, 2, 2, 2, 3));
+}
+
+TEST(MergedCells, AColumnReachesAMergeOfOneColumnThroughItsRootOnlyWhereMergesOverlap)
+{
+    DOM::Table table(8, 2);
+    table.setMergeProps(row(0), column(0), 2, 0);
+    table.setMergeProps(row(2), column(0), 3, 0);
+    EXPECT_ASSERTION(findInColumn(table, 0), "0 < mergedRootCell->getMergeProps().getCapturedColsCount()");
+}
+
 TEST(MergedCells, TablesWithoutRowsOrColumnsHaveNone)
 {
     EXPECT_EQ(Places(), findInColumn(DOM::Table(0, 3), 1));
@@ -178,6 +224,78 @@ TEST(MergedCells, ARectangleBeyondTheColumnsFails)
     const char* const message = "(startColIndex + colsCount).get() <= table.getLiveColsCount().get()";
     EXPECT_ASSERTION(findInRect(makeTable(), 0, 1, 3, 4), message);
     EXPECT_ASSERTION(findInRect(makeTable(), 0, 1, 3, std::numeric_limits<unsigned long>::max()), message);
+}
+
+TEST(MergedCells, CountsThatCannotBeCountedEnd)
+{
+    constexpr unsigned long highest = std::numeric_limits<unsigned long>::max();
+    DOM::Table table(5, 5);
+    table.setMergeProps(row(1), column(1), highest, highest);
+    const Places root{{1, 1}};
+    for (unsigned long index = 0; index < 5; ++index)
+    {
+        EXPECT_EQ(index < 1 ? Places() : root, findInRow(table, index)) << index;
+        EXPECT_EQ(index < 1 ? Places() : root, findInColumn(table, index)) << index;
+    }
+    EXPECT_EQ(root, findInRect(table, 0, highest, 0, 5));
+    EXPECT_EQ(Places(), findInRow(table, highest));
+    EXPECT_EQ(Places(), findInColumn(table, highest));
+    DOM::Table flat(1, 2);
+    flat.setMergeProps(row(0), column(0), 0, highest);
+    EXPECT_EQ(Places(), findInRow(flat, 0)) << "of one row";
+}
+
+TEST(MergedCells, LinesBetweenMergesAreNotCounted)
+{
+    constexpr unsigned long huge = 1UL << 60;
+    DOM::Table table(huge, huge);
+    table.setMergeProps(row(7), column(huge / 2), huge, 1);
+    table.setMergeProps(row(huge - 2), column(3), 1, 2);
+    const Places both{{7, huge / 2}, {huge - 2, 3}};
+    MergedCells inRows;
+    Utils::getMergedCellsInRows(inRows, table, row(0), huge);
+    EXPECT_EQ(both, getPlaces(table, inRows));
+    MergedCells inColumns;
+    Utils::getMergedCellsInCols(inColumns, table, column(0), huge);
+    EXPECT_EQ(both, getPlaces(table, inColumns));
+    EXPECT_EQ(both, findInRect(table, 0, huge, 0, huge));
+    EXPECT_EQ((Places{{7, huge / 2}}), findInRect(table, 100, huge, 5 + huge / 4, huge / 2));
+    EXPECT_EQ((Places{{huge - 2, 3}}), findInColumn(table, 5));
+    EXPECT_EQ((Places{{7, huge / 2}}), findInRow(table, huge - 3));
+}
+
+TEST(MergedCells, OverlappingMergesAreScannedAsPlaceByPlace)
+{
+    const auto seed = std::random_device{}();
+    SCOPED_TRACE(seed);
+    std::mt19937_64 random(seed);
+    const auto below = [&](unsigned long limit) { return random() % limit; };
+    constexpr unsigned long size = 7;
+    for (int round = 0; round < 200; ++round)
+    {
+        DOM::Table table(size, size);
+        for (int count = 0; count < 5; ++count)
+        {
+            table.setMergeProps(row(below(size)), column(below(size)), below(4), below(4));
+        }
+        const unsigned long firstRow = below(size);
+        const unsigned long firstColumn = below(size);
+        Places expected;
+        for (unsigned long index = firstRow; index < size; ++index)
+        {
+            const Places inLine = walkNaively(table, index, firstColumn, size);
+            expected.insert(inLine.begin(), inLine.end());
+        }
+        EXPECT_EQ(expected, findInRect(table, firstRow, size, firstColumn, size - firstColumn));
+    }
+}
+
+TEST(MergedCells, AColumnOfOverlappingMergesOfOneColumnFails)
+{
+    DOM::Table table(8, 2);
+    table.setMergeProps(row(0), column(0), 2, 0);
+    table.setMergeProps(row(2), column(0), 3, 0);
+    EXPECT_ASSERTION(findInColumn(table, 0), "0 < mergedRootCell->getMergeProps().getCapturedColsCount()");
 }
 
 TEST(MergedCells, RandomTablesAreScannedAsTheDefinitionSays)

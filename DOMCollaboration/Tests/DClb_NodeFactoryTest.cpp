@@ -2,7 +2,16 @@
 
 #include "DClb_ExecutorFixture.h"
 #include "DClb_NodeOperationExecutor.h"
+#include "DClb_TextElement.h"
+#include "NodeOperationExecutors/DClb_DocumentPropsOperationExecutor.h"
+#include "NodeOperationExecutors/DClb_FieldBlockOperationExecutor.h"
+#include "NodeOperationExecutors/DClb_ParagraphOperationExecutor.h"
+#include "NodeOperationExecutors/DClb_RunOperationExecutor.h"
+#include "NodeOperationExecutors/DClb_ScriptCollectionOperationExecutor.h"
+#include "NodeOperationExecutors/DClb_SectionPropsOperationExecutor.h"
+#include "NodeOperationExecutors/DClb_TextWithTombstonesOperationExecutor.h"
 
+#include "CE_ListMultirangeOperation.h"
 #include "CE_ListMultirangeTransformers.h"
 #include "CE_ListTransformers.h"
 #include "CE_MapTransformers.h"
@@ -11,6 +20,7 @@
 #include "CE_TableTransformers.h"
 
 #include <functional>
+#include <map>
 
 namespace Zem::DOMCollaboration
 {
@@ -86,6 +96,12 @@ void expectKind(const NodeFactory& factory, Kind kind)
     case Kind::Guarded:
         return expectGuards(factory);
     }
+}
+
+template<class Executor>
+bool isExecutor(const NodeOperationExecutor& executor)
+{
+    return cast<Executor>(&executor) != nullptr;
 }
 
 class NodeFactoryTest : public ExecutorFixture
@@ -166,6 +182,48 @@ TEST_F(NodeFactoryTest, AnExpiredObserverGivesAnExecutorWithoutOne)
                                                                 OperationDOMNodeType::Run, UUID(), makeTestUUID(1));
     OperationUPtr changedOp;
     EXPECT_ASSERTION(executor->executeAndChangeIfNeeded(operation, changedOp), "plainPtr");
+}
+
+TEST_F(NodeFactoryTest, AnExpiredObserverGivesATextExecutorThatGoesOnSilently)
+{
+    std::weak_ptr<ExecutorNotificationObserver> expired = std::make_shared<TestSupport::RecordingObserver>();
+    constexpr auto nodeType = OperationDOMNodeType::TextWithTombstones;
+    const auto executor =
+        _factories.at(convertOperationNodeType(nodeType))->createNodeOperationExecutor(_executor, _adapter, expired);
+    using Nested = ListModificationOperation<InsertTag>;
+    const auto letter = std::make_shared<TextWithTombstonesItems>(TextWithTombstonesElementVector{short{'x'}});
+    ListMultirangeOperationImpl<Nested> insertion(std::vector<Nested>{Nested(
+        makeFixedAddress(nodeType), convertOperationNodeType(nodeType), letter, IndexRange<unsigned long>(3, 4))});
+    OperationUPtr changedOp;
+    EXPECT_FALSE(executor->executeAndChangeIfNeeded(insertion, changedOp));
+    EXPECT_EQ("axb", cast<DOM::TextRun>(getTextRun()).getText());
+    executor->reverse(insertion);
+    EXPECT_EQ("ab", cast<DOM::TextRun>(getTextRun()).getText());
+}
+
+// A node type that gets an executor is to be entered here: one that is forgotten is found by this test alone.
+TEST_F(NodeFactoryTest, EachNodeTypeHasTheExecutorOfItsOwnOrAGuard)
+{
+    const std::map<unsigned long, bool (*)(const NodeOperationExecutor&)> executors{
+        {5, &isExecutor<SectionPropsOperationExecutor>},       {11, &isExecutor<FieldBlockOperationExecutor>},
+        {15, &isExecutor<ParagraphOperationExecutor>},         {17, &isExecutor<RunOperationExecutor>},
+        {24, &isExecutor<DocumentPropsOperationExecutor>},     {25, &isExecutor<ScriptCollectionOperationExecutor>},
+        {34, &isExecutor<TextWithTombstonesOperationExecutor>}};
+    for (const auto& factory : _factories)
+    {
+        SCOPED_TRACE(factory->getNodeType());
+        const auto executor = factory->createNodeOperationExecutor(_executor, _adapter, _observer);
+        const auto expected = executors.find(factory->getNodeType());
+        if (expected != executors.end())
+        {
+            EXPECT_TRUE(expected->second(*executor));
+            continue;
+        }
+        SetPropertyOperation operation({}, factory->getNodeType(), 0, makeValue(0), makeValue(0));
+        OperationUPtr changedOp;
+        EXPECT_ASSERTION(executor->executeAndChangeIfNeeded(operation, changedOp),
+                         "Operation execution should never happen for this node type.");
+    }
 }
 
 TEST_F(NodeFactoryTest, EachInterfaceIsVisitedOnceForEachNodeTypeInOrder)

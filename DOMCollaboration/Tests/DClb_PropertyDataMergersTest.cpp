@@ -73,6 +73,20 @@ void expectVeryStyles()
     EXPECT_EQ(nullptr, merge<id>(nullptr, replacement, value, replacement));
 }
 
+/// The winner set null to a default style, the other null to another one.
+template<PropertyId id, class Style>
+void expectDefaultStyleToStand()
+{
+    const DOM::SharedObjectFactory factory;
+    Style withParent;
+    withParent.setParentUUID(UUID::generate());
+    const auto byDefault = factory.create(Style());
+    const auto other = factory.create(withParent);
+
+    EXPECT_EQ(byDefault, merge<id>(byDefault, other, nullptr, byDefault));
+    EXPECT_EQ(nullptr, merge<id>(nullptr, other, byDefault, nullptr));
+}
+
 } // namespace
 
 TEST(PropertyDataMergers, EachIdFrom34To74HasOneAndNoOther)
@@ -167,6 +181,23 @@ TEST(PropertyDataMergers, SharedStylesAreTakenAsTheyAreNotCopied)
     expectVeryStyles<PropertyId::CellStyleId, DOM::CellStyle>();
     expectVeryStyles<PropertyId::RowStyleId, DOM::RowStyle>();
     expectVeryStyles<PropertyId::ColumnStyleId, DOM::ColumnStyle>();
+}
+
+TEST(PropertyDataMergers, SettingNullToADefaultStyleIsAChange)
+{
+    expectDefaultStyleToStand<PropertyId::CellStyleId, DOM::CellStyle>();
+    expectDefaultStyleToStand<PropertyId::RowStyleId, DOM::RowStyle>();
+    expectDefaultStyleToStand<PropertyId::ColumnStyleId, DOM::ColumnStyle>();
+}
+
+TEST(PropertyDataMergers, AValueOfANullStyleIsUnequalToThatOfADefaultOne)
+{
+    using Value = MapPropertyIdToSimpleDataValue<PropertyId::CellStyleId>;
+    const auto byDefault = DOM::SharedObjectFactory().create(DOM::CellStyle());
+    EXPECT_FALSE(Value(nullptr) == Value(byDefault));
+    EXPECT_TRUE(Value(byDefault) == Value(DOM::SharedObjectFactory().create(DOM::CellStyle())));
+    EXPECT_TRUE(areDeeplyEqual(byDefault, DOM::SharedStyleConstIPtr<DOM::CellStyle>()))
+        << "documents take them for one";
 }
 
 TEST(PropertyDataMergers, AValueOfAnotherTypeIsABadCast)

@@ -225,4 +225,13 @@ TEST(TableActionsValidator, ACellIsAskedByDirection)
     EXPECT_TRUE(canInsertRowsOrColumns(DOM::Cell(), true));
 }
 
+TEST(TableActionsValidator, AShiftBeyondTheFirstLineHasItsRootInNoRange)
+{
+    constexpr unsigned long highest = std::numeric_limits<unsigned long>::max();
+    DOM::Table table(size, size);
+    setFieldInfo(table, 2, 2, DOM::ArrayFormulaShift(highest, highest));
+    EXPECT_FALSE(canRemoveRows(table, RowIndex(2), 1));
+    EXPECT_FALSE(canRemoveColumns(table, ColumnIndex(2), 1));
+}
+
 } // namespace Zem::DOMCollaboration

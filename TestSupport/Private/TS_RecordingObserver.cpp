@@ -225,256 +225,37 @@ void RecordingObserver::record(const char* operation, const Arguments&... argume
     std::ostringstream stream;
     stream << operation;
     const char* separator = "(";
-    ((stream << std::exchange(separator, ", "), print(stream, arguments)), ...);
+    std::vector<std::unique_ptr<CollaborationEngine::DataValue>> values;
+    const auto recordArgument = [&](const auto& argument)
+    {
+        if constexpr (std::is_same_v<decltype(argument), const CollaborationEngine::DataValue&>)
+        {
+            values.push_back(cloneToUnique(argument));
+        }
+        else
+        {
+            stream << std::exchange(separator, ", ");
+            print(stream, argument);
+        }
+    };
+    (recordArgument(arguments), ...);
     stream << ')';
     _lines.push_back(stream.str());
+    if (!values.empty())
+    {
+        _values.push_back({std::move(values.at(0)), std::move(values.at(1))});
+    }
 }
 
-void RecordingObserver::onRunPropsChanged(const DOM::NativeNodeAddress& address, unsigned long propertyId)
-{
-    record("onRunPropsChanged", address, propertyId);
-}
+#define ZEM_RECORD(name, parameters, arguments)                                                                        \
+    void RecordingObserver::name parameters                                                                            \
+    {                                                                                                                  \
+        const auto recordAll = [&](const auto&... values) { record(#name, values...); };                               \
+        recordAll arguments;                                                                                           \
+    }
 
-void RecordingObserver::onParaPropsChanged(const DOM::NativeNodeAddress& address, unsigned long propertyId)
-{
-    record("onParaPropsChanged", address, propertyId);
-}
+ZEM_NOTIFICATIONS(ZEM_RECORD)
 
-void RecordingObserver::onFramePropsChanged(const DOM::NativeNodeAddress& address, unsigned long propertyId)
-{
-    record("onFramePropsChanged", address, propertyId);
-}
-
-void RecordingObserver::onCellPropsChanged(const DOM::NativeNodeAddress& address,
-                                           const CollaborationEngine::DataValue& oldValue,
-                                           const CollaborationEngine::DataValue& newValue, unsigned long propertyId)
-{
-    record("onCellPropsChanged", address, propertyId);
-    _values.push_back({cloneToUnique(oldValue), cloneToUnique(newValue)});
-}
-
-void RecordingObserver::onHeaderFooterPairPropsChanged(const DOM::NativeNodeAddress& address, unsigned long propertyId)
-{
-    record("onHeaderFooterPairPropsChanged", address, propertyId);
-}
-
-void RecordingObserver::onDocumentPropsChanged(unsigned long propertyId)
-{
-    record("onDocumentPropsChanged", propertyId);
-}
-
-void RecordingObserver::onCharsRemoved(const DOM::NativeNodeAddress& address,
-                                       CollaborationUtils::IndexExcludingTombstones begin, const std::string& removed)
-{
-    record("onCharsRemoved", address, begin, removed);
-}
-
-void RecordingObserver::onCharsInserted(const DOM::NativeNodeAddress& address,
-                                        const CollaborationUtils::IndexRange<unsigned long>& range)
-{
-    record("onCharsInserted", address, range);
-}
-
-void RecordingObserver::onRunsRemoved(const DOM::NativeNodeAddress& address,
-                                      CollaborationUtils::IndexExcludingTombstones begin,
-                                      const ReadonlyVector<std::vector<std::unique_ptr<DOM::Run>>>& removed)
-{
-    record("onRunsRemoved", address, begin, removed);
-}
-
-void RecordingObserver::onRunsInserted(const DOM::NativeNodeAddress& address,
-                                       const CollaborationUtils::IndexRange<unsigned long>& range)
-{
-    record("onRunsInserted", address, range);
-}
-
-void RecordingObserver::onBlocksRemoved(const DOM::NativeNodeAddress& address,
-                                        CollaborationUtils::IndexExcludingTombstones begin,
-                                        const ReadonlyVector<std::vector<std::unique_ptr<DOM::Block>>>& removed)
-{
-    record("onBlocksRemoved", address, begin, removed);
-}
-
-void RecordingObserver::onBlocksInserted(const DOM::NativeNodeAddress& address,
-                                         const CollaborationUtils::IndexRange<unsigned long>& range)
-{
-    record("onBlocksInserted", address, range);
-}
-
-void RecordingObserver::onBlockMoved(const DOM::NativeNodeAddress& address,
-                                     CollaborationUtils::IndexExcludingTombstones from,
-                                     CollaborationUtils::IndexExcludingTombstones to)
-{
-    record("onBlockMoved", address, from, to);
-}
-
-void RecordingObserver::onRowStyleChanged(const DOM::NativeNodeAddress& table, RowIndex row, unsigned long propertyId)
-{
-    record("onRowStyleChanged", table, row, propertyId);
-}
-
-void RecordingObserver::onRowRemoved(const DOM::NativeNodeAddress& table, RowIndex row,
-                                     const DOM::SparseData<DOM::RowStyle>& removed)
-{
-    record("onRowRemoved", table, row, removed);
-}
-
-void RecordingObserver::onRowInserted(const DOM::NativeNodeAddress& table, RowIndex row)
-{
-    record("onRowInserted", table, row);
-}
-
-void RecordingObserver::onColumnStyleChanged(const DOM::NativeNodeAddress& table, ColumnIndex column,
-                                             unsigned long propertyId)
-{
-    record("onColumnStyleChanged", table, column, propertyId);
-}
-
-void RecordingObserver::onColumnRemoved(const DOM::NativeNodeAddress& table, ColumnIndex column,
-                                        const DOM::SparseData<DOM::ColumnStyle>& removed)
-{
-    record("onColumnRemoved", table, column, removed);
-}
-
-void RecordingObserver::onColumnInserted(const DOM::NativeNodeAddress& table, ColumnIndex column)
-{
-    record("onColumnInserted", table, column);
-}
-
-void RecordingObserver::onHeaderFooterInserted(const UUID& uuid)
-{
-    record("onHeaderFooterInserted", uuid);
-}
-
-void RecordingObserver::onHeaderFooterRemoved(const DOM::HeaderFooterPair& removed)
-{
-    record("onHeaderFooterRemoved", removed);
-}
-
-void RecordingObserver::onConditionalFormatMoved(const DOM::NativeNodeAddress& address,
-                                                 CollaborationUtils::IndexExcludingTombstones from,
-                                                 CollaborationUtils::IndexExcludingTombstones to)
-{
-    record("onConditionalFormatMoved", address, from, to);
-}
-
-void RecordingObserver::onConditionalFormatsRemoved(
-    const DOM::NativeNodeAddress& address, CollaborationUtils::IndexExcludingTombstones index,
-    const ReadonlyVector<std::vector<std::unique_ptr<DOM::ConditionalFormat>>>& removed)
-{
-    record("onConditionalFormatsRemoved", address, index, removed);
-}
-
-void RecordingObserver::onConditionalFormatsInserted(const DOM::NativeNodeAddress& address,
-                                                     const CollaborationUtils::IndexRange<unsigned long>& range)
-{
-    record("onConditionalFormatsInserted", address, range);
-}
-
-void RecordingObserver::onConditionalFormatChanged(const DOM::NativeNodeAddress& address, unsigned long propertyId)
-{
-    record("onConditionalFormatChanged", address, propertyId);
-}
-
-void RecordingObserver::onFramesRemoved(const DOM::NativeNodeAddress& address,
-                                        CollaborationUtils::IndexExcludingTombstones index,
-                                        const ReadonlyVector<std::vector<std::unique_ptr<DOM::Frame>>>& removed)
-{
-    record("onFramesRemoved", address, index, removed);
-}
-
-void RecordingObserver::onFramesInserted(const DOM::NativeNodeAddress& address,
-                                         const CollaborationUtils::IndexRange<unsigned long>& range)
-{
-    record("onFramesInserted", address, range);
-}
-
-void RecordingObserver::onTablePropsChanged(const DOM::NativeNodeAddress& address, unsigned long propertyId,
-                                            const CollaborationEngine::DataValue& oldValue,
-                                            const CollaborationEngine::DataValue& newValue)
-{
-    record("onTablePropsChanged", address, propertyId);
-    _values.push_back({cloneToUnique(oldValue), cloneToUnique(newValue)});
-}
-
-void RecordingObserver::onScriptRemoved(const std::string& name)
-{
-    record("onScriptRemoved", name);
-}
-
-void RecordingObserver::onScriptInserted(const std::string& name)
-{
-    record("onScriptInserted", name);
-}
-
-void RecordingObserver::onCommentInserted(const UUID& uuid)
-{
-    record("onCommentInserted", uuid);
-}
-
-void RecordingObserver::onCommentRemoved(const DOM::Comment& removed)
-{
-    record("onCommentRemoved", removed);
-}
-
-void RecordingObserver::onCommentPropsChanged(const UUID& uuid, unsigned long propertyId)
-{
-    record("onCommentPropsChanged", uuid, propertyId);
-}
-
-void RecordingObserver::onNoteInserted(const UUID& uuid)
-{
-    record("onNoteInserted", uuid);
-}
-
-void RecordingObserver::onNoteRemoved(const DOM::Note& removed)
-{
-    record("onNoteRemoved", removed);
-}
-
-void RecordingObserver::onNotePropsChanged(const UUID& uuid, unsigned long propertyId)
-{
-    record("onNotePropsChanged", uuid, propertyId);
-}
-
-void RecordingObserver::onFieldBlockPropsChanged(const DOM::NativeNodeAddress& address, unsigned long propertyId)
-{
-    record("onFieldBlockPropsChanged", address, propertyId);
-}
-
-void RecordingObserver::onSectionPropsChanged(const DOM::NativeNodeAddress& address, unsigned long propertyId)
-{
-    record("onSectionPropsChanged", address, propertyId);
-}
-
-void RecordingObserver::onTextStyleInserted(const UUID& uuid)
-{
-    record("onTextStyleInserted", uuid);
-}
-
-void RecordingObserver::onTextStyleRemoved(const DOM::NamedTextStyle& removed)
-{
-    record("onTextStyleRemoved", removed);
-}
-
-void RecordingObserver::onTextStylePropsChanged(const UUID& uuid, unsigned long propertyId)
-{
-    record("onTextStylePropsChanged", uuid, propertyId);
-}
-
-void RecordingObserver::onTableStyleInserted(const UUID& uuid)
-{
-    record("onTableStyleInserted", uuid);
-}
-
-void RecordingObserver::onTableStyleRemoved(const DOM::NamedTableStyle& removed)
-{
-    record("onTableStyleRemoved", removed);
-}
-
-void RecordingObserver::onTableStylePropsChanged(const UUID& uuid, unsigned long propertyId)
-{
-    record("onTableStylePropsChanged", uuid, propertyId);
-}
+#undef ZEM_RECORD
 
 } // namespace Zem::TestSupport

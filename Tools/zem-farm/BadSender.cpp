@@ -1,5 +1,7 @@
 #include "BadSender.h"
 
+#include "Sharing/CS_InvalidOperationError.h"
+
 #include "Describe.h"
 #include "Random.h"
 #include "Texts.h"
@@ -9,6 +11,8 @@
 #include "CE_MapOperation.h"
 #include "CE_SetPropertyOperation.h"
 #include "DClb_TextElement.h"
+
+#include "Util_Cast.h"
 
 namespace ZemFarm
 {
@@ -77,6 +81,13 @@ OperationUPtr makeBadOperation(Random& random)
     }
 }
 
+/// Whether nothing of an action happened, because it fits no document.
+bool isRejection(const HistoryEntry& entry)
+{
+    return Zem::cast<EmptyOperation>(entry._action._operation.get()) && entry._refusal &&
+           entry._refusal->_reason == RefusalReason::FitsNoDocument;
+}
+
 } // namespace
 
 BadSender::BadSender(Server& server)
@@ -95,16 +106,29 @@ std::string BadSender::send(unsigned long seed)
     ClientBatch batch;
     batch._base = _revision;
     batch._firstNumber = ++_lastNumber;
-    batch._operations.emplace_back(makeBadOperation(random));
+    batch._actions.push_back({makeBadOperation(random), nullptr});
     const Zem::DOM::Document before = _server.getDocument();
     const Revision revision = _server.getRevision();
-    _server.receive(_id, batch);
-    // An older rejection may still stand in the inbox.
-    const auto* rejected = _inbox->empty() ? nullptr : std::get_if<OperationRejected>(&_inbox->back());
-    const bool isRejected = rejected && rejected->_number == _lastNumber;
-    if (!isRejected || revision != _server.getRevision())
+    try
     {
-        return "the server took a bad operation: " + describe(*batch._operations.front());
+        _server.receive(_id, batch);
+    }
+    catch (const Zem::CollaborationSession::InvalidOperationError&)
+    {
+        // It was turned away at the door: its number is still to come.
+        --_lastNumber;
+        return before == _server.getDocument() && _server.getRevision() == revision
+                   ? ""
+                   : "an operation that was turned away changed the server";
+    }
+    const auto* answer = _inbox->empty() ? nullptr : std::get_if<ActionHappened>(&_inbox->back());
+    if (!answer || answer->_revision != revision + 1 || _server.getRevision() != revision + 1)
+    {
+        return "the server didn't answer a bad operation with one entry: " + describe(*batch._actions[0]._operation);
+    }
+    if (!isRejection(*answer->_entry))
+    {
+        return "the server took a bad operation: " + describe(*batch._actions[0]._operation);
     }
     return before == _server.getDocument() ? "" : "a bad operation changed the document of the server";
 }
@@ -113,7 +137,7 @@ void BadSender::receive(std::size_t count)
 {
     for (; count > 0; --count)
     {
-        _revision += std::get_if<OperationHappened>(&_inbox->front()) ? 1 : 0;
+        _revision += std::get_if<ActionHappened>(&_inbox->front()) ? 1 : 0;
         _inbox->pop_front();
     }
 }

@@ -8,6 +8,7 @@
 #include "Editing/CS_Characters.h"
 
 #include <algorithm>
+#include <exception>
 
 namespace ZemFarm
 {
@@ -105,6 +106,25 @@ std::string findFault(const DOM::Document& document)
 {
     const std::vector<std::string> faults = DOM::checkInvariants(document);
     return faults.empty() ? "" : faults.front();
+}
+
+std::string findFaultOfJson(const DOM::Document& document)
+{
+    try
+    {
+        const std::string json = DOM::toJson(document);
+        const DOM::Document read = DOM::fromJson(json);
+        const std::string readJson = DOM::toJson(read);
+        if (readJson != json)
+        {
+            return "read from its JSON it differs: " + describeJsonDifference(json, readJson);
+        }
+        return read == document ? "" : "read from its JSON it differs in something that stands in no JSON";
+    }
+    catch (const std::exception& error)
+    {
+        return std::string("its JSON can't be written and read: ") + error.what();
+    }
 }
 
 std::string findDifference(const Selections& expected, const Selections& actual)

@@ -18,6 +18,9 @@ std::string findDifference(Zem::CollaborationSession::DocumentKind kind, const Z
 /// What is wrong with a document by itself; empty if nothing is.
 std::string findFault(const Zem::DOM::Document& document);
 
+/// What is wrong with the JSON of a document, from which an equal document is to be read; empty if nothing is.
+std::string findFaultOfJson(const Zem::DOM::Document& document);
+
 /// How selections differ; empty if they don't.
 std::string findDifference(const Zem::CollaborationSession::Selections& expected,
                            const Zem::CollaborationSession::Selections& actual);

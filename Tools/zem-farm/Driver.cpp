@@ -35,7 +35,6 @@ Script Driver::makeScript(const Plan& plan, Random& random)
     script._setup._documentSeed = random.makeSeed();
     script._setup._documentSize = plan._kind == DocumentKind::Workbook ? 1 + random.pick(2) : random.pick(7);
     script._setup._checkpointInterval = random.pickFrom(checkpointIntervals);
-    script._setup._depthOfRuns = random.pick(3);
     return script;
 }
 
@@ -76,7 +75,7 @@ void Driver::apply(Step step)
 
 void Driver::joinOne()
 {
-    apply({Action::Join, ++_lastClient, "", _random.pick(4) == 0 ? 0UL : 1UL});
+    apply({StepKind::Join, ++_lastClient, "", _random.pick(4) == 0 ? 0UL : 1UL});
 }
 
 void Driver::takeTurn()
@@ -111,12 +110,12 @@ bool Driver::takeRareTurn()
         if (_session->getParticipants().size() > 2 && _random.isOnceIn(3))
         {
             const auto last = std::prev(_session->getParticipants().end());
-            apply({Action::Leave, last->first, "", 0});
+            apply({StepKind::Leave, last->first, "", 0});
             return true;
         }
         return false;
     case 2:
-        apply({Action::Bad, 0, "", _random.makeSeed()});
+        apply({StepKind::Bad, 0, "", _random.makeSeed()});
         return true;
     default:
         return false;
@@ -127,7 +126,7 @@ void Driver::takeTurnOf(unsigned long client, const Participant& participant)
 {
     if (!participant.isConnected() && _random.isOnceIn(8))
     {
-        apply({Action::Reconnect, client, "", 0});
+        apply({StepKind::Reconnect, client, "", 0});
         return;
     }
     switch (_random.pick(16))
@@ -135,28 +134,28 @@ void Driver::takeTurnOf(unsigned long client, const Participant& participant)
     case 0:
     case 1:
     case 2:
-        apply({Action::Send, client, "", 0});
+        apply({StepKind::Send, client, "", 0});
         return;
     case 3:
     case 4:
-        apply({Action::ToServer, client, "", 1});
+        apply({StepKind::ToServer, client, "", 1});
         return;
     case 5:
     case 6:
     case 7:
-        apply({Action::ToClient, client, "", 1 + _random.pick(_random.isOnceIn(3) ? 20 : 3)});
+        apply({StepKind::ToClient, client, "", 1 + _random.pick(_random.isOnceIn(3) ? 20 : 3)});
         return;
     case 8:
-        apply({Action::Select, client, "", _random.makeSeed()});
+        apply({StepKind::Select, client, "", _random.makeSeed()});
         return;
     case 9:
         if (participant.isConnected() && _random.isOnceIn(8))
         {
-            apply({Action::Disconnect, client, "", 0});
+            apply({StepKind::Disconnect, client, "", 0});
         }
         return;
     default:
-        apply({Action::Do, client, pickGenerator(_plan._kind, _random)._name, _random.makeSeed()});
+        apply({StepKind::Do, client, pickGenerator(_plan._kind, _random)._name, _random.makeSeed()});
     }
 }
 

@@ -1,5 +1,6 @@
 #include "Farm.h"
 
+#include "Filters.h"
 #include "Playing.h"
 #include "Progress.h"
 #include "Shrink.h"
@@ -144,6 +145,7 @@ bool runSessions(const Options& options)
         return false;
     }
     std::fputs(format(tally, getSecondsSince(begin)).c_str(), stdout);
+    std::fputs(formatFilters().c_str(), stdout);
     std::puts("all documents agreed");
     return true;
 }

@@ -44,13 +44,12 @@ std::vector<FoundBlock> findBlocks(const Participant& author, Random& random, DO
     return blocks;
 }
 
-void set(Participant& author, const Address& address, OperationDOMNodeType nodeType, const PropertyChange& change,
-         bool mayBeUndone)
+void set(Participant& author, const Address& address, OperationDOMNodeType nodeType, const PropertyChange& change)
 {
     SetPropertyOperation setting(address, Zem::DOMCollaboration::convertOperationNodeType(nodeType),
                                  Zem::DOMCollaboration::convertPropertyId(change._property), change._oldValue,
                                  change._newValue);
-    author.execute(setting, mayBeUndone);
+    author.execute(setting);
 }
 
 void setFieldProperty(Participant& author, Random& random)
@@ -60,12 +59,10 @@ void setFieldProperty(Participant& author, Random& random)
     {
         const FoundBlock& found = random.pickFrom(fields);
         set(author, found._address, OperationDOMNodeType::FieldBlock,
-            changeFieldBlock(random, Zem::cast<DOM::FieldBlock>(*found._block)), true);
+            changeFieldBlock(random, Zem::cast<DOM::FieldBlock>(*found._block)));
     }
 }
 
-/// Settings of one section are never brought past each other, so that none of them can be undone behind another, and
-/// the server rejects the later one of two that are made at once.
 void setSectionProperty(Participant& author, Random& random)
 {
     const std::vector<FoundBlock> tags = findBlocks(author, random, DOM::BlockKind::SectionTag);
@@ -74,7 +71,7 @@ void setSectionProperty(Participant& author, Random& random)
         const FoundBlock& found = random.pickFrom(tags);
         const DOM::SectionProps& oldProps = Zem::cast<DOM::SectionTag>(*found._block).getSectionProps();
         set(author, found._address, OperationDOMNodeType::SectionTag,
-            makeChange<PropertyId::SectionPropsId>(oldProps, makeSectionProps(random)), false);
+            makeChange<PropertyId::SectionPropsId>(oldProps, makeSectionProps(random)));
     }
 }
 

@@ -68,7 +68,7 @@ void insertBlock(Participant& author, Random& random)
 {
     const Places places = findPlaces(author.getKind(), author.getDocument(), random);
     const TextPlace* place = pickText(places, random);
-    if (!place || getDepth(place->_address) == author.getSetup()._depthOfRuns)
+    if (!place)
     {
         return;
     }
@@ -106,7 +106,7 @@ void insertAtomicRun(Participant& author, Random& random)
 {
     const Places places = findPlaces(author.getKind(), author.getDocument(), random);
     const TextPlace* place = pickText(places, random);
-    if (!place || getDepth(place->_address) != author.getSetup()._depthOfRuns)
+    if (!place)
     {
         return;
     }

@@ -17,6 +17,14 @@ namespace
 
 constexpr std::size_t maxRememberedCount = 60;
 
+/// The entry of an own action of which less happened than was meant. Null if the message tells of none.
+const HistoryEntry* findOwnRefusal(ClientID author, const ServerMessage& message)
+{
+    const auto* happened = std::get_if<ActionHappened>(&message);
+    const bool isRefusal = happened && happened->_entry->_author == author && happened->_entry->_refusal;
+    return isRefusal ? happened->_entry.get() : nullptr;
+}
+
 } // namespace
 
 Participant::Participant(Server& server, const Setup& setup, bool composesTyping, Tally& tally)
@@ -27,26 +35,22 @@ Participant::Participant(Server& server, const Setup& setup, bool composesTyping
     auto [id, snapshot] = server.join(makeOutbox());
     _client = std::make_unique<Client>(id, snapshot);
     _client->setComposesTyping(composesTyping);
+    _client->setOnDocumentReplaced([this] { ++_tally._remadeByClientsCount; });
     if (getKind() == DocumentKind::Workbook)
     {
         return;
     }
-    _mainEditor = std::make_unique<TextEditor>(_client->getAdapter(), _client->getExecutor(),
-                                               _client->getNotifications(), TextEditor::getMainTextAddress());
-    _client->setOnDocumentReplaced([this] { _mainEditor->reload(); });
+    _mainEditor = std::make_unique<TextEditor>(*_client, TextEditor::getMainTextAddress());
 }
 
-void Participant::execute(Operation& operation, bool mayBeUndone)
+void Participant::execute(Operation& operation)
 {
     _notes += _takesNotes ? "  " + describe(operation) : "";
     OperationUPtr changedOperation;
     const bool isChanged = _client->getExecutor().executeAndChangeIfNeeded(operation, changedOperation);
     ++_executedCount;
     _notes += _takesNotes && isChanged ? " became " + describe(*changedOperation) : "";
-    if (mayBeUndone)
-    {
-        remember(operation);
-    }
+    rememberLastAction();
 }
 
 void Participant::edit(const Address& address, const Edit& edit)
@@ -56,9 +60,9 @@ void Participant::edit(const Address& address, const Edit& edit)
         for (const OperationUPtr& operation : operations)
         {
             ++_executedCount;
-            remember(*operation);
             _notes += _takesNotes ? "  " + describe(*operation) : "";
         }
+        rememberLastAction();
     };
     if (_takesNotes)
     {
@@ -70,19 +74,43 @@ void Participant::edit(const Address& address, const Edit& edit)
         note(edit(*_mainEditor));
         return;
     }
-    TextEditor editor(_client->getAdapter(), _client->getExecutor(), _client->getNotifications(), address);
+    TextEditor editor(*_client, address);
     note(edit(editor));
 }
 
-void Participant::remember(const Operation& operation)
+void Participant::undo()
 {
-    if (const auto id = operation.getID())
+    noteUndoing("undo", _client->undo());
+}
+
+void Participant::redo()
+{
+    noteUndoing("redo", _client->redo());
+}
+
+void Participant::undo(ActionID action)
+{
+    noteUndoing("undo " + std::to_string(action), _client->undo(action));
+}
+
+void Participant::noteUndoing(const std::string& what, bool isDone)
+{
+    _executedCount += isDone ? 1 : 0;
+    _notes += _takesNotes ? "  " + what + (isDone ? "" : ": nothing") : "";
+    rememberLastAction();
+}
+
+void Participant::rememberLastAction()
+{
+    const ActionID action = _client->getLastAction();
+    const bool isNew = action > 0 && (_rememberedActions.empty() || _rememberedActions.back() != action);
+    if (isNew)
     {
-        _rememberedOperations.push_back(*id);
+        _rememberedActions.push_back(action);
     }
-    if (_rememberedOperations.size() > maxRememberedCount)
+    if (_rememberedActions.size() > maxRememberedCount)
     {
-        _rememberedOperations.pop_front();
+        _rememberedActions.pop_front();
     }
 }
 
@@ -114,7 +142,7 @@ void Participant::deliverToServer(std::size_t count)
     {
         const ClientBatch batch = std::move(_toServer.front());
         _toServer.pop_front();
-        _tally._transformedCount += batch._base < _server.getRevision() ? batch._operations.size() : 0;
+        _tally._transformedCount += batch._base < _server.getRevision() ? batch._actions.size() : 0;
         _server.receive(_client->getID(), batch);
     }
 }
@@ -127,14 +155,19 @@ void Participant::deliverToClient(std::size_t count)
     _toClient.erase(_toClient.begin(), end);
     noteMessages(messages);
     _client->receive(messages);
+    for (const ServerMessage& message : messages)
+    {
+        _toldCount += findOwnRefusal(_client->getID(), message) ? 1 : 0;
+    }
     countRefusals();
 }
 
 void Participant::countRefusals()
 {
-    for (const Client::Refusal& refusal : _client->takeRefusals())
+    for (const Client::RefusedAction& refused : _client->takeRefusals())
     {
-        ++_tally._refused[refusal._reason];
+        ++_learntCount;
+        count(refused._refusal, _tally._refused);
     }
 }
 
@@ -146,11 +179,11 @@ void Participant::noteMessages(const std::vector<ServerMessage>& messages)
     }
     for (const ServerMessage& message : messages)
     {
-        if (const auto* happened = std::get_if<OperationHappened>(&message))
+        if (const auto* happened = std::get_if<ActionHappened>(&message))
         {
             const HistoryEntry& entry = *happened->_entry;
             _notes += "  gets " + std::to_string(entry._author) + '.' + std::to_string(entry._number) + ' ' +
-                      describe(*entry._operation);
+                      describe(*entry._action._operation);
         }
     }
 }
@@ -189,11 +222,11 @@ Server::Outbox Participant::makeOutbox()
 void Participant::takeFromServer(const ServerMessage& message)
 {
     // Counted here, because the author may go before it arrives; and it comes again when the connection broke.
-    const auto* rejected = std::get_if<OperationRejected>(&message);
-    if (rejected && rejected->_number > _lastRejected)
+    const HistoryEntry* refused = findOwnRefusal(_client->getID(), message);
+    if (refused && refused->_number > _lastRejected)
     {
-        _lastRejected = rejected->_number;
-        ++_tally._rejected[rejected->_reason];
+        _lastRejected = refused->_number;
+        count(*refused->_refusal, _tally._rejected);
     }
     _toClient.push_back(message);
 }

@@ -22,6 +22,7 @@ namespace ZemFarm
 class Participant
 {
 public:
+    using ActionID = Zem::CollaborationSession::ActionID;
     using Operation = Zem::CollaborationEngine::Operation;
     using TextEditor = Zem::CollaborationSession::TextEditor;
     using Edit = std::function<Zem::CollaborationSession::Operations(TextEditor&)>;
@@ -52,19 +53,24 @@ public:
         return _setup;
     }
 
-    /// Executes an own operation. One that mayn't be undone isn't remembered.
-    void execute(Operation& operation, bool mayBeUndone = true);
+    /// Executes an own operation, as an action of its own.
+    void execute(Operation& operation);
 
     /// Edits the text of an address.
     void edit(const Address& address, const Edit& edit);
 
-    /// The last own operations, the oldest first.
-    const std::deque<Operation::Id>& getRememberedOperations() const
+    /// Undoes or redoes by the keyboard, or undoes one of the remembered actions.
+    void undo();
+    void redo();
+    void undo(ActionID action);
+
+    /// The last own actions, the oldest first.
+    const std::deque<ActionID>& getRememberedActions() const
     {
-        return _rememberedOperations;
+        return _rememberedActions;
     }
 
-    /// Forgets what was executed since the last call, and says how many operations that were.
+    /// Forgets what was executed since the last call, and says how many operations that were. An undo counts as one.
     unsigned long takeExecutedCount();
 
     /// What was executed and came in since the last call, in words; empty unless notes were asked for.
@@ -103,6 +109,12 @@ public:
     /// Requires: it isn't connected.
     void reconnect();
 
+    /// Whether the author learnt of each refusal that the server told of.
+    bool hasLearntRefusals() const
+    {
+        return _toldCount <= _learntCount;
+    }
+
     /// Asserts that the index of the main text's editor counts what a recount counts.
     void checkIndex();
 
@@ -110,7 +122,8 @@ private:
     Zem::CollaborationSession::Server::Outbox makeOutbox();
     void takeFromServer(const Zem::CollaborationSession::ServerMessage& message);
     void countRefusals();
-    void remember(const Operation& operation);
+    void rememberLastAction();
+    void noteUndoing(const std::string& what, bool isDone);
     void noteMessages(const std::vector<Zem::CollaborationSession::ServerMessage>& messages);
 
     Zem::CollaborationSession::Server& _server;
@@ -118,12 +131,15 @@ private:
     Tally& _tally;
     std::deque<Zem::CollaborationSession::ClientBatch> _toServer;
     std::deque<Zem::CollaborationSession::ServerMessage> _toClient;
-    /// The number of the last operation that the server rejected.
+    /// The number of the last action of which the server told that less happened.
     unsigned long _lastRejected = 0;
+    /// Of how many actions the server told the author so, and how many refusals he learnt.
+    unsigned long _toldCount = 0;
+    unsigned long _learntCount = 0;
     std::unique_ptr<Zem::CollaborationSession::Client> _client;
     /// Null in a workbook, whose main text is no text to edit.
     std::unique_ptr<TextEditor> _mainEditor;
-    std::deque<Operation::Id> _rememberedOperations;
+    std::deque<ActionID> _rememberedActions;
     unsigned long _executedCount = 0;
     std::string _notes;
     bool _takesNotes = false;

@@ -52,7 +52,7 @@ void annotateSteps(Session& session, std::vector<Step> steps, std::string& text)
             throw;
         }
         text += makeComment(session.takeNotes());
-        if (step._action == Action::Settle)
+        if (step._kind == StepKind::Settle)
         {
             text += "# " + print(session.getDocument().getTextWithTombstones()) + '\n';
         }

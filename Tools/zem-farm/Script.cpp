@@ -12,36 +12,36 @@ namespace ZemFarm
 namespace
 {
 
-struct ActionForm
+struct StepForm
 {
-    Action _action;
+    StepKind _kind;
     const char* _name;
     bool _hasClient;
     bool _hasNumber;
 };
 
-constexpr std::array<ActionForm, 11> actionForms = {{{Action::Join, "join", true, true},
-                                                     {Action::Do, "do", true, true},
-                                                     {Action::Select, "select", true, true},
-                                                     {Action::Send, "send", true, false},
-                                                     {Action::ToServer, "to-server", true, true},
-                                                     {Action::ToClient, "to-client", true, true},
-                                                     {Action::Disconnect, "disconnect", true, false},
-                                                     {Action::Reconnect, "reconnect", true, false},
-                                                     {Action::Leave, "leave", true, false},
-                                                     {Action::Bad, "bad", false, true},
-                                                     {Action::Settle, "settle", false, false}}};
+constexpr std::array<StepForm, 11> stepForms = {{{StepKind::Join, "join", true, true},
+                                                 {StepKind::Do, "do", true, true},
+                                                 {StepKind::Select, "select", true, true},
+                                                 {StepKind::Send, "send", true, false},
+                                                 {StepKind::ToServer, "to-server", true, true},
+                                                 {StepKind::ToClient, "to-client", true, true},
+                                                 {StepKind::Disconnect, "disconnect", true, false},
+                                                 {StepKind::Reconnect, "reconnect", true, false},
+                                                 {StepKind::Leave, "leave", true, false},
+                                                 {StepKind::Bad, "bad", false, true},
+                                                 {StepKind::Settle, "settle", false, false}}};
 
-const ActionForm& findForm(Action action)
+const StepForm& findForm(StepKind kind)
 {
-    for (const ActionForm& form : actionForms)
+    for (const StepForm& form : stepForms)
     {
-        if (form._action == action)
+        if (form._kind == kind)
         {
             return form;
         }
     }
-    throw std::logic_error("an action without a form");
+    throw std::logic_error("a step without a form");
 }
 
 /// The words of one line.
@@ -112,14 +112,14 @@ Step parseStep(const std::string& firstWord, Words& words)
         words.require(step._client > 0, "clients are counted from 1 on");
     }
     const std::string name = hasClient ? words.take() : firstWord;
-    for (const ActionForm& form : actionForms)
+    for (const StepForm& form : stepForms)
     {
         if (name != form._name || form._hasClient != hasClient)
         {
             continue;
         }
-        step._action = form._action;
-        if (form._action == Action::Do)
+        step._kind = form._kind;
+        if (form._kind == StepKind::Do)
         {
             step._generator = words.take();
             if (!findGenerator(step._generator))
@@ -162,11 +162,6 @@ bool parseSetup(Setup& setup, const std::string& word, Words& words)
     if (word == "checkpoint")
     {
         setup._checkpointInterval = words.takeNumber();
-        return true;
-    }
-    if (word == "runs-at")
-    {
-        setup._depthOfRuns = words.takeNumber();
         return true;
     }
     return false;
@@ -214,16 +209,15 @@ private:
 std::string print(const Setup& setup)
 {
     return std::string("kind ") + getName(setup._kind) + "\ndocument " + std::to_string(setup._documentSeed) + ' ' +
-           std::to_string(setup._documentSize) + "\ncheckpoint " + std::to_string(setup._checkpointInterval) +
-           "\nruns-at " + std::to_string(setup._depthOfRuns) + '\n';
+           std::to_string(setup._documentSize) + "\ncheckpoint " + std::to_string(setup._checkpointInterval) + '\n';
 }
 
 std::string print(const Step& step)
 {
-    const ActionForm& form = findForm(step._action);
+    const StepForm& form = findForm(step._kind);
     std::string line = form._hasClient ? "client " + std::to_string(step._client) + ' ' : "";
     line += form._name;
-    line += step._action == Action::Do ? ' ' + step._generator : "";
+    line += step._kind == StepKind::Do ? ' ' + step._generator : "";
     line += form._hasNumber ? ' ' + std::to_string(step._number) : "";
     return line;
 }

@@ -7,7 +7,6 @@
 ///     kind text
 ///     document 4711 3          the seed and the number of blocks
 ///     checkpoint 16            the interval at which the server copies the document
-///     runs-at 1                how deep the texts lie that have atomic runs; see `Setup`
 ///     client 1 join 1          1 for a client that composes keystrokes
 ///     client 1 do type 815     the generator, and its seed
 ///     client 1 select 4
@@ -20,7 +19,7 @@
 ///     bad 5                    somebody sends what the server must reject
 ///     settle                   everything arrives, and all documents must be equal
 ///
-/// What stands behind a # is a comment. The first four lines come before all steps, in any order; but for the kind,
+/// What stands behind a # is a comment. The first three lines come before all steps, in any order; but for the kind,
 /// they may be missing.
 
 #include "Sharing/CS_DocumentKind.h"
@@ -43,15 +42,11 @@ struct Setup
     /// In blocks, or worksheets; `maxDocumentSize` at most.
     unsigned long _documentSize = 1;
     unsigned long _checkpointInterval = 16;
-    /// Texts that lie so deep in others have atomic runs (0 for the main text), and all others atomic blocks. A
-    /// paragraph whose last run is atomic has no mark in front of an atomic block, so that slots are counted wrong from
-    /// there on.
-    unsigned long _depthOfRuns = 0;
 
     friend bool operator==(const Setup&, const Setup&) = default;
 };
 
-enum class Action : unsigned char
+enum class StepKind : unsigned char
 {
     Join,
     Do,
@@ -68,12 +63,12 @@ enum class Action : unsigned char
 
 struct Step
 {
-    Action _action = Action::Settle;
+    StepKind _kind = StepKind::Settle;
     /// From 1 on; 0 for what no client does.
     unsigned long _client = 0;
-    /// The name of what makes the operation, for `Action::Do`.
+    /// The name of what makes the action, for `StepKind::Do`.
     std::string _generator;
-    /// A seed or a count, where the action has one.
+    /// A seed or a count, where the kind has one.
     unsigned long _number = 0;
 
     friend bool operator==(const Step&, const Step&) = default;

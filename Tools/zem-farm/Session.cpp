@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace ZemFarm
 {
@@ -19,13 +18,13 @@ using namespace Zem::CollaborationSession;
 namespace
 {
 
-/// Why operations that were legal where they were made may be refused: settings of one section are never brought past
-/// each other, and what was made behind one that is refused for that goes with it.
-constexpr std::array<std::string_view, 3> expectedReasons = {
-    "Same node transformation should never happen for this node type.",
-    "It was made behind one that can't be placed any more.", "It was made behind one that fits no document."};
+/// Why less may happen of an action that was legal where it was made: somebody else removed what it is about, or gave
+/// a cell what takes no text beside it; or an undo brings back characters whose surroundings went so long ago, or by
+/// ways so far apart, that nobody remembers them.
+constexpr std::array<RefusalReason, 3> expectedReasons = {RefusalReason::TargetRemoved, RefusalReason::NotTaken,
+                                                          RefusalReason::NothingToBringBack};
 
-bool isExpected(const std::string& reason)
+bool isExpected(RefusalReason reason)
 {
     return std::find(expectedReasons.begin(), expectedReasons.end(), reason) != expectedReasons.end();
 }
@@ -78,7 +77,10 @@ Session::Session(const Setup& setup)
 {
     try
     {
-        _server = std::make_unique<Server>(setup._kind, makeStartDocument(setup), setup._checkpointInterval);
+        ServerSettings settings;
+        settings._checkpointInterval = setup._checkpointInterval;
+        _server = std::make_unique<Server>(setup._kind, makeStartDocument(setup), settings);
+        _server->setOnDocumentReplaced([this] { ++_tally._remadeAtServerCount; });
     }
     catch (const std::exception& error)
     {
@@ -105,18 +107,18 @@ void Session::apply(const Step& step)
 
 void Session::applyUnchecked(const Step& step)
 {
-    switch (step._action)
+    switch (step._kind)
     {
-    case Action::Join:
+    case StepKind::Join:
         join(step);
         return;
-    case Action::Leave:
+    case StepKind::Leave:
         leave(step._client);
         return;
-    case Action::Bad:
+    case StepKind::Bad:
         sendBadOperation(step._number);
         return;
-    case Action::Settle:
+    case StepKind::Settle:
         settle();
         return;
     default:
@@ -130,24 +132,24 @@ void Session::applyUnchecked(const Step& step)
 
 void Session::applyTo(Participant& participant, const Step& step)
 {
-    switch (step._action)
+    switch (step._kind)
     {
-    case Action::Do:
+    case StepKind::Do:
         make(participant, step);
         return;
-    case Action::Select:
+    case StepKind::Select:
         select(participant, step._number);
         return;
-    case Action::Send:
+    case StepKind::Send:
         participant.send();
         return;
-    case Action::ToServer:
+    case StepKind::ToServer:
         participant.deliverToServer(step._number);
         return;
-    case Action::ToClient:
+    case StepKind::ToClient:
         participant.deliverToClient(step._number);
         return;
-    case Action::Disconnect:
+    case StepKind::Disconnect:
         if (participant.isConnected())
         {
             participant.disconnect();
@@ -239,29 +241,50 @@ void Session::settle()
     ++_tally._roundsCount;
     deliverEverything();
     require(findFault(_server->getDocument()), "unsound", "the document of the server is unsound: ");
+    require(findFaultOfJson(_server->getDocument()), "JSON differs", "the document of the server: ");
     for (const auto& [number, participant] : _participants)
     {
         compare(number, *participant);
     }
     checkRefusals();
+    checkRemadeDocuments();
+}
+
+/// A document is made again for an operation that fails, and of all that are sent only those fail that are bad on
+/// purpose. Each of them fails at the server, and comes to clients as nothing.
+void Session::checkRemadeDocuments() const
+{
+    const bool isExplained = _tally._remadeByClientsCount == 0 && _tally._remadeAtServerCount <= _tally._badCount;
+    if (!isExplained)
+    {
+        throw Failure("made again", "documents were made again for nothing: at the server " +
+                                        std::to_string(_tally._remadeAtServerCount) + " times for " +
+                                        std::to_string(_tally._badCount) + " bad operations, by clients " +
+                                        std::to_string(_tally._remadeByClientsCount) + " times");
+    }
 }
 
 void Session::checkRefusals() const
 {
-    for (const Tally::Counts& counts : {_tally._refused, _tally._rejected})
+    for (const RefusalCounts& counts : {_tally._refused, _tally._rejected})
     {
-        for (const auto& [reason, count] : counts)
+        for (const auto& [reason, refused] : counts)
         {
             if (!isExpected(reason))
             {
-                throw Failure("refused: " + reason,
-                              "an operation that was legal where it was made was refused: " + reason);
+                throw Failure("refused: " + refused._sentence,
+                              "an action that was legal where it was made was refused: " +
+                                  std::string(describe(reason)) + ": " + refused._sentence);
             }
         }
     }
-    if (getTotal(_tally._rejected) + _tally._badCount != _server->getStatistics()._rejectedCount)
+    for (const auto& [number, participant] : _participants)
     {
-        throw Failure("rejections untold", "the server rejected operations without telling their authors");
+        if (!participant->hasLearntRefusals())
+        {
+            throw Failure("refusals untold",
+                          "client " + std::to_string(number) + " has kept from its user what the server refused");
+        }
     }
 }
 
@@ -310,7 +333,7 @@ void Session::compare(unsigned long number, Participant& participant) const
     if (client.getRevision() != _server->getRevision())
     {
         throw Failure("revisions differ", name + " has " + std::to_string(client.getRevision()) +
-                                              " operations of the history in place of " +
+                                              " entries of the history in place of " +
                                               std::to_string(_server->getRevision()));
     }
     require(findDifference(_setup._kind, _server->getDocument(), client.getDocument()), "documents differ",
@@ -337,6 +360,7 @@ void Session::compareSelections(const std::string& name, const Client& client) c
 
 void Session::addClientStatistics(const Statistics& statistics, Tally& tally)
 {
+    tally._replayedCount += statistics._replayedCount;
     tally._rebasedCount += statistics._rebasedCount;
     tally._executedCount += statistics._executedCount;
     tally._besidePendingCount += statistics._besidePendingCount;
@@ -356,6 +380,7 @@ std::string Session::takeNotes()
 Tally Session::getTally() const
 {
     Tally tally = _tally;
+    tally._replayedCount += _server->getStatistics()._replayedCount;
     tally._changedCount = _server->getStatistics()._changedCount;
     tally._shadowedCount = _server->getStatistics()._shadowedCount;
     for (const auto& [number, participant] : _participants)

@@ -38,6 +38,9 @@ public:
     /// Fails: `Failure`, for a document with which no session begins.
     explicit Session(const Setup& setup);
 
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
     /// Does a step, or passes it over if it can't be done. Fails: `Failure`.
     void apply(const Step& step);
 
@@ -90,6 +93,7 @@ private:
     void compare(unsigned long number, Participant& participant) const;
     void compareSelections(const std::string& name, const Zem::CollaborationSession::Client& client) const;
     void checkRefusals() const;
+    void checkRemadeDocuments() const;
     static void addClientStatistics(const Zem::CollaborationSession::Statistics& statistics, Tally& tally);
 
     Setup _setup;

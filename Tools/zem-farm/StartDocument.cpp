@@ -32,12 +32,10 @@ public:
 
     DOM::TextWithTombstones makeText(unsigned long blocksCount, unsigned long depth)
     {
-        const bool hasAtomicRuns = depth == _setup._depthOfRuns;
         DOM::TextWithTombstones text;
         for (; blocksCount > 0; --blocksCount)
         {
-            const bool isAtomic = !hasAtomicRuns && _random.isOnceIn(2);
-            text.getBlocks().push_back(isAtomic ? makeAtomicBlock(depth) : makeParagraph(hasAtomicRuns));
+            text.getBlocks().push_back(_random.isOnceIn(3) ? makeAtomicBlock(depth) : makeParagraph());
         }
         text.getTombstones() = makeTombstones(FlatText(text)._slotsCount);
         return text;
@@ -109,14 +107,15 @@ private:
         return tag;
     }
 
-    std::unique_ptr<DOM::Block> makeParagraph(bool hasAtomicRuns)
+    std::unique_ptr<DOM::Block> makeParagraph()
     {
         auto paragraph = std::make_unique<DOM::Paragraph>();
         for (unsigned long count = _random.pick(3); count > 0; --count)
         {
-            if (hasAtomicRuns && _random.isOnceIn(2))
+            if (_random.isOnceIn(4))
             {
                 paragraph->getRuns().push_back(makeAtomicRun());
+                continue;
             }
             paragraph->getRuns().push_back(std::make_unique<DOM::TextRun>(makeWords(_random, 8)));
             setStyle(*paragraph->getRuns().back());

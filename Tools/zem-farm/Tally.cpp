@@ -3,7 +3,7 @@
 #include "Generators.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <stdexcept>
 #include <vector>
 
 namespace ZemFarm
@@ -20,6 +20,19 @@ void add(Tally::Counts& counts, const Tally::Counts& others)
     }
 }
 
+void add(RefusalCounts& counts, const RefusalCounts& others)
+{
+    for (const auto& [reason, refused] : others)
+    {
+        RefusedActions& sum = counts[reason];
+        if (sum._count == 0)
+        {
+            sum._sentence = refused._sentence;
+        }
+        sum._count += refused._count;
+    }
+}
+
 /// Lines of a name and a number each.
 class Table
 {
@@ -29,18 +42,22 @@ public:
         _rows.emplace_back(name, std::to_string(count));
     }
 
-    void addAll(const Tally::Counts& counts)
+    /// With the sum in front.
+    void addAll(const std::string& name, const RefusalCounts& counts)
     {
-        for (const auto& [name, count] : counts)
+        add(name, getTotal(counts));
+        for (const auto& [reason, refused] : counts)
         {
-            add("  " + name, count);
+            add(std::string("  ") + describe(reason), refused._count);
         }
     }
 
     std::string format() const
     {
+        // Wide enough for every speed, so that equal counts make equal tables however long they took.
+        constexpr std::size_t minCountWidth = 9;
         std::size_t nameWidth = 0;
-        std::size_t countWidth = 0;
+        std::size_t countWidth = minCountWidth;
         for (const auto& [name, count] : _rows)
         {
             nameWidth = std::max(nameWidth, name.size());
@@ -78,17 +95,50 @@ void Tally::add(const Tally& other)
     _badCount += other._badCount;
     ZemFarm::add(_rejected, other._rejected);
     ZemFarm::add(_refused, other._refused);
+    _remadeAtServerCount += other._remadeAtServerCount;
+    _remadeByClientsCount += other._remadeByClientsCount;
+    _replayedCount += other._replayedCount;
     _rebasedCount += other._rebasedCount;
     _executedCount += other._executedCount;
     _besidePendingCount += other._besidePendingCount;
 }
 
-unsigned long getTotal(const Tally::Counts& counts)
+const char* describe(RefusalReason reason)
+{
+    switch (reason)
+    {
+    case RefusalReason::FitsNoDocument:
+        return "fits no document";
+    case RefusalReason::HasNoPlace:
+        return "has no place";
+    case RefusalReason::NotTaken:
+        return "not taken";
+    case RefusalReason::TargetRemoved:
+        return "target removed";
+    case RefusalReason::NotWhole:
+        return "not whole";
+    case RefusalReason::NothingToBringBack:
+        return "nothing to bring back";
+    }
+    throw std::logic_error("a reason without a description");
+}
+
+void count(const Refusal& refusal, RefusalCounts& counts)
+{
+    RefusedActions& refused = counts[refusal._reason];
+    if (refused._count == 0)
+    {
+        refused._sentence = refusal._sentence;
+    }
+    ++refused._count;
+}
+
+unsigned long getTotal(const RefusalCounts& counts)
 {
     unsigned long total = 0;
-    for (const auto& [name, count] : counts)
+    for (const auto& [reason, refused] : counts)
     {
-        total += count;
+        total += refused._count;
     }
     return total;
 }
@@ -113,11 +163,12 @@ std::string format(const Tally& tally, double seconds)
     table.add("transformed at the server", tally._transformedCount);
     table.add("changed at the server", tally._changedCount);
     table.add("shadowed at the server", tally._shadowedCount);
-    table.add("rejected at the server", getTotal(tally._rejected));
-    table.addAll(tally._rejected);
+    table.addAll("refused at the server", tally._rejected);
     table.add("bad on purpose, and rejected", tally._badCount);
-    table.add("refused, as authors learnt", getTotal(tally._refused));
-    table.addAll(tally._refused);
+    table.addAll("refused, as authors learnt", tally._refused);
+    table.add("made again at the server", tally._remadeAtServerCount);
+    table.add("made again by clients", tally._remadeByClientsCount);
+    table.add("replayed to make documents again", tally._replayedCount);
     table.add("rebased by clients", tally._rebasedCount);
     table.add("executed by clients for others", tally._executedCount);
     table.add("  beside what is pending", tally._besidePendingCount);

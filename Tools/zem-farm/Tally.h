@@ -1,10 +1,30 @@
 #pragma once
 
+#include "Sharing/CS_Refusal.h"
+
 #include <map>
 #include <string>
 
 namespace ZemFarm
 {
+
+using Zem::CollaborationSession::Refusal;
+using Zem::CollaborationSession::RefusalReason;
+
+/// In a few words.
+const char* describe(RefusalReason reason);
+
+/// Actions of which less happened than was meant, for one reason.
+struct RefusedActions
+{
+    unsigned long _count = 0;
+    /// What the author of the first one was told.
+    std::string _sentence;
+};
+
+using RefusalCounts = std::map<RefusalReason, RefusedActions>;
+
+void count(const Refusal& refusal, RefusalCounts& counts);
 
 /// What sessions came to, in numbers.
 struct Tally
@@ -27,26 +47,30 @@ struct Tally
     Counts _operationsByGenerator;
     /// Edits that a text didn't take when they were made.
     unsigned long _declinedCount = 0;
-    /// How many operations came to the server behind others that their authors didn't know.
+    /// How many actions came to the server behind others that their authors didn't know.
     unsigned long _transformedCount = 0;
     /// Those that the server's document made something else of, and those that it found shadowed.
     unsigned long _changedCount = 0;
     unsigned long _shadowedCount = 0;
     /// Bad operations that were sent on purpose; the server must have rejected them all.
     unsigned long _badCount = 0;
-    /// By the reason, those of the participants that the server rejected.
-    Counts _rejected;
-    /// By the reason, those that weren't to be, as their authors learnt it: rejected by the server, or taken back by
-    /// the author's client itself.
-    Counts _refused;
-    /// Pending operations of all clients that were brought past others.
+    /// The actions of the participants of which less happened at the server than was meant.
+    RefusalCounts _rejected;
+    /// The same as their authors learnt it: from the server, or from their own client.
+    RefusalCounts _refused;
+    /// How often the document of the server, or of a client, was made again from a copy because an operation failed,
+    /// and how many entries of the history were executed again for that.
+    unsigned long _remadeAtServerCount = 0;
+    unsigned long _remadeByClientsCount = 0;
+    unsigned long _replayedCount = 0;
+    /// Pending actions of all clients that were brought past others.
     unsigned long _rebasedCount = 0;
-    /// Operations of the history that clients executed, and those among them for which nothing pending was taken back.
+    /// Entries of the history that clients executed, and those among them for which nothing pending was taken back.
     unsigned long _executedCount = 0;
     unsigned long _besidePendingCount = 0;
 };
 
-unsigned long getTotal(const Tally::Counts& counts);
+unsigned long getTotal(const RefusalCounts& counts);
 
 /// A table of all of it, over so many seconds.
 std::string format(const Tally& tally, double seconds);

@@ -4,6 +4,7 @@
 #include "Texts.h"
 #include "Values.h"
 
+#include "DOM_ParaProps.h"
 #include "DOM_RunProps.h"
 
 #include <algorithm>
@@ -13,9 +14,11 @@
 namespace ZemFarm
 {
 
+using Zem::CollaborationSession::LookChange;
 using Zem::CollaborationSession::Operations;
 using Zem::CollaborationSession::TextEditor;
 using Zem::DOMCollaboration::PropertyId;
+namespace DOM = Zem::DOM;
 
 namespace
 {
@@ -146,6 +149,82 @@ void formatParagraphs(Participant& author, Random& random)
         });
 }
 
+LookChange makeRunLook(Random& random)
+{
+    switch (random.pick(5))
+    {
+    case 0:
+        return LookChange::clearField(&DOM::RunProps::_weight);
+    case 1:
+        return LookChange::setField(&DOM::RunProps::_slant, DOM::FontSlant::Italic);
+    case 2:
+        return LookChange::clearField(&DOM::RunProps::_fontSize);
+    case 3:
+        return LookChange::setField(&DOM::RunProps::_fontSize, static_cast<float>(10 + random.pick(3)));
+    default:
+        return LookChange::setField(&DOM::RunProps::_weight,
+                                    random.isOnceIn(2) ? DOM::FontWeight::Bold : DOM::FontWeight::Light);
+    }
+}
+
+LookChange makeParagraphLook(Random& random)
+{
+    switch (random.pick(4))
+    {
+    case 0:
+        return LookChange::clearField(&DOM::ParaProps::_alignment);
+    case 1:
+        return LookChange::setField(&DOM::ParaProps::_leftIndent, static_cast<float>(random.pick(3)));
+    case 2:
+        return LookChange::setField(PropertyId::ParagraphRunPropertyId, &DOM::RunProps::_weight, DOM::FontWeight::Bold);
+    default:
+        return LookChange::setField(&DOM::ParaProps::_alignment, random.isOnceIn(2) ? DOM::ParagraphAlignment::Center
+                                                                                    : DOM::ParagraphAlignment::Justify);
+    }
+}
+
+void setRunLook(Participant& author, Random& random)
+{
+    editSomeText(author, random,
+                 [&](TextEditor& editor)
+                 {
+                     const Stretch stretch = pickStretch(editor, random);
+                     return editor.setRunLook(stretch._begin, stretch._end, makeRunLook(random));
+                 });
+}
+
+void setParagraphLook(Participant& author, Random& random)
+{
+    editSomeText(author, random,
+                 [&](TextEditor& editor)
+                 {
+                     const Stretch stretch = pickStretch(editor, random);
+                     return editor.setParagraphLook(stretch._begin, stretch._end, makeParagraphLook(random));
+                 });
+}
+
+void setLink(Participant& author, Random& random)
+{
+    editSomeText(author, random,
+                 [&](TextEditor& editor)
+                 {
+                     const Stretch stretch = pickStretch(editor, random);
+                     return editor.setLink(stretch._begin, stretch._end, makeHyperlink(random));
+                 });
+}
+
+void comment(Participant& author, Random& random)
+{
+    editSomeText(author, random,
+                 [&](TextEditor& editor)
+                 {
+                     const Stretch stretch = pickStretch(editor, random);
+                     const Zem::UUID uuid = makeUUID(random);
+                     return random.isOnceIn(3) ? editor.removeComment(stretch._begin, stretch._end, uuid)
+                                               : editor.addComment(stretch._begin, stretch._end, uuid);
+                 });
+}
+
 } // namespace
 
 Generators makeTextEdits()
@@ -156,7 +235,11 @@ Generators makeTextEdits()
             {"erase", 12, isForAll, erase},
             {"replace", 6, isForAll, replace},
             {"format-runs", 5, isForAll, formatRuns},
-            {"format-paragraphs", 4, isForAll, formatParagraphs}};
+            {"format-paragraphs", 4, isForAll, formatParagraphs},
+            {"look-of-runs", 5, isForAll, setRunLook},
+            {"look-of-paragraphs", 4, isForAll, setParagraphLook},
+            {"link", 2, isForAll, setLink},
+            {"comment", 3, isForAll, comment}};
 }
 
 } // namespace ZemFarm

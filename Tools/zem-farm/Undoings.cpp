@@ -5,41 +5,33 @@
 namespace ZemFarm
 {
 
-using Zem::CollaborationEngine::OperationUPtr;
-
 namespace
 {
 
-void undo(Participant& author, Participant::Operation::Id id)
-{
-    if (const OperationUPtr undoing = author.getClient().makeUndo(id))
-    {
-        author.execute(*undoing);
-    }
-}
-
-/// The last operation, which may be an undoing itself.
 void undoLast(Participant& author, Random&)
 {
-    if (!author.getRememberedOperations().empty())
+    author.undo();
+}
+
+/// An action, which may be an undo itself.
+void undoAny(Participant& author, Random& random)
+{
+    if (!author.getRememberedActions().empty())
     {
-        undo(author, author.getRememberedOperations().back());
+        author.undo(random.pickFrom(author.getRememberedActions()));
     }
 }
 
-void undoAny(Participant& author, Random& random)
+void redo(Participant& author, Random&)
 {
-    if (!author.getRememberedOperations().empty())
-    {
-        undo(author, random.pickFrom(author.getRememberedOperations()));
-    }
+    author.redo();
 }
 
 } // namespace
 
 Generators makeUndoings()
 {
-    return {{"undo-last", 4, isForAll, undoLast}, {"undo-any", 6, isForAll, undoAny}};
+    return {{"undo-last", 4, isForAll, undoLast}, {"undo-any", 6, isForAll, undoAny}, {"redo", 3, isForAll, redo}};
 }
 
 } // namespace ZemFarm

@@ -61,10 +61,8 @@ public:
     Agent(Server& server, bool composesTyping)
         : _server(server)
         , _client(join())
-        , _editor(_client->getAdapter(), _client->getExecutor(), _client->getNotifications(),
-                  TextEditor::getMainTextAddress())
+        , _editor(*_client, TextEditor::getMainTextAddress())
     {
-        _client->setOnDocumentReplaced([this] { _editor.reload(); });
         _client->setComposesTyping(composesTyping);
     }
 
@@ -81,7 +79,7 @@ public:
         return _editor;
     }
 
-    /// How many operations of others have come in.
+    /// How many actions of others have come in.
     unsigned long getForeignCount() const
     {
         return _foreignCount;
@@ -96,7 +94,7 @@ public:
         }
     }
 
-    /// Takes in what has come, up to so many operations of others in total; says whether there was anything.
+    /// Takes in what has come, up to so many actions of others in total; says whether there was anything.
     bool receive(unsigned long foreignCount)
     {
         std::vector<ServerMessage> messages;
@@ -117,7 +115,7 @@ public:
 private:
     bool isForeign(const ServerMessage& message) const
     {
-        const auto* happened = std::get_if<OperationHappened>(&message);
+        const auto* happened = std::get_if<ActionHappened>(&message);
         return happened && happened->_entry->_author != _client->getID();
     }
 
@@ -199,7 +197,7 @@ private:
         return made > before;
     }
 
-    /// How many operations of the other user are to be known for the next transaction.
+    /// How many actions of the other user are to be known for the next transaction.
     unsigned long countWanted(unsigned long agent) const
     {
         if (_madeCounts[agent] == _transactions[agent].size())
@@ -208,23 +206,22 @@ private:
         }
         const unsigned long other = 1 - agent;
         const unsigned long known = _known[_transactions[agent][_madeCounts[agent]]][other];
-        return known == 0 ? 0 : _operationsEnds[other].size() < known ? everything : _operationsEnds[other][known - 1];
+        return known == 0 ? 0 : _actionsEnds[other].size() < known ? everything : _actionsEnds[other][known - 1];
     }
 
     void makeTransaction(unsigned long agent, unsigned long number)
     {
         const Transaction& transaction = _trace._transactions[number];
-        unsigned long operationsCount = _operationsEnds[agent].empty() ? 0 : _operationsEnds[agent].back();
+        unsigned long actionsCount = _actionsEnds[agent].empty() ? 0 : _actionsEnds[agent].back();
         for (unsigned long index = transaction._patchesBegin; index < transaction._patchesEnd; ++index)
         {
             const Patch& patch = _trace._patches[index];
             try
             {
-                operationsCount +=
-                    _agents[agent]
-                        ->getEditor()
-                        .replace(patch._position, patch._position + patch._deleteCount, _trace.getText(patch))
-                        .size();
+                const Operations operations = _agents[agent]->getEditor().replace(
+                    patch._position, patch._position + patch._deleteCount, _trace.getText(patch));
+                _operationsCount += operations.size();
+                actionsCount += operations.empty() ? 0 : 1;
             }
             catch (const InvalidEditError& error)
             {
@@ -235,7 +232,7 @@ private:
                 fail("at " + getName(_trace, patch), error.what());
             }
         }
-        _operationsEnds[agent].push_back(operationsCount);
+        _actionsEnds[agent].push_back(actionsCount);
     }
 
     void checkNowAndThen()
@@ -271,9 +268,10 @@ private:
             {
                 fail(where, "the replicas differ");
             }
-            if (!agent->getClient().takeRefusals().empty())
+            const auto refusals = agent->getClient().takeRefusals();
+            if (!refusals.empty())
             {
-                fail(where, "an operation was refused");
+                fail(where, "an action was refused: " + refusals.front()._refusal._sentence);
             }
             agent->getEditor().getIndex().checkInvariants();
         }
@@ -317,11 +315,7 @@ private:
     void describe(ConcurrentResult& result) const
     {
         result._replicasCount = _agents.size() + 1;
-        result._operationsCount = 0;
-        for (const auto& ends : _operationsEnds)
-        {
-            result._operationsCount += ends.empty() ? 0 : ends.back();
-        }
+        result._operationsCount = _operationsCount;
         result._work = _server.getStatistics();
         for (const auto& agent : _agents)
         {
@@ -342,11 +336,12 @@ private:
     std::vector<KnownCounts> _known;
     Server _server;
     std::vector<std::unique_ptr<Agent>> _agents;
-    /// Of each user: the numbers of his transactions, how many of them are made, and how many operations he had made
-    /// behind each.
+    /// Of each user: the numbers of his transactions, how many of them are made, and how many actions he had made
+    /// behind each. What replaces nothing by nothing is none.
     std::array<std::vector<unsigned long>, maximalAgentsCount> _transactions;
     std::array<unsigned long, maximalAgentsCount> _madeCounts{};
-    std::array<std::vector<unsigned long>, maximalAgentsCount> _operationsEnds;
+    std::array<std::vector<unsigned long>, maximalAgentsCount> _actionsEnds;
+    unsigned long _operationsCount = 0;
     unsigned long _sinceCheck = 0;
 };
 

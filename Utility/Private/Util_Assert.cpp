@@ -36,6 +36,11 @@ AssertionHandler setAssertionHandler(AssertionHandler handler)
     return installedHandler.exchange(handler);
 }
 
+AssertionHandler getAssertionHandler()
+{
+    return installedHandler.load();
+}
+
 void throwAssertionFailure(const char* file, int line, const char* message)
 {
     throw AssertionFailure(file, line, message);

@@ -42,6 +42,9 @@ using AssertionHandler = void (*)(const char* file, int line, const char* messag
 /// Threads: may be called at any time; the handler is read atomically.
 ZEM_EXPORT AssertionHandler setAssertionHandler(AssertionHandler handler);
 
+/// The handler that is installed; null if there is none.
+ZEM_EXPORT AssertionHandler getAssertionHandler();
+
 /// A handler that throws `AssertionFailure`.
 [[noreturn]] ZEM_EXPORT void throwAssertionFailure(const char* file, int line, const char* message);
 

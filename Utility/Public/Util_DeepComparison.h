@@ -2,7 +2,8 @@
 
 /// Comparison and hashing by content: pointers count as what they point at, classes as their fields. What a class is to
 /// make of itself is its own `==` and `hash_value`; a class with a list of fields gets both from the list. A class may
-/// say by a static `getObjectForNull` that a null pointer to it stands for an object.
+/// say by a static `getObjectForNull` that a null pointer to it stands for an object; `arePointersDeeplyEqual` alone
+/// doesn't ask for that, and takes null for null.
 ///
 /// A NaN is unequal to every number, itself included. An object is equal to itself even if it holds one, where two
 /// pointers meet in it.
@@ -130,22 +131,24 @@ const auto& derefWithNull(const Pointer& pointer)
 template<class T>
 bool areEqual(const T& left, const T& right);
 
-/// The same pointer, or both null: equal; one null: unequal, unless null stands for an object; otherwise the pointees
-/// decide.
+/// The same pointer, or both null: equal; exactly one null: unequal; otherwise the pointees decide.
 template<class Pointer>
 bool arePointersDeeplyEqual(const Pointer& left, const Pointer& right)
 {
-    if (left.get() == right.get())
-    {
-        return true;
-    }
+    return left.get() == right.get() || (left && right && areEqual(*left, *right));
+}
+
+/// As `arePointersDeeplyEqual`, but where null stands for an object it equals a pointer to an equal one.
+template<class Pointer>
+bool areNullablePointersEqual(const Pointer& left, const Pointer& right)
+{
     if constexpr (HasObjectForNull<PointeeOf<Pointer>>)
     {
-        return areEqual(derefWithNull(left), derefWithNull(right));
+        return left.get() == right.get() || areEqual(derefWithNull(left), derefWithNull(right));
     }
     else
     {
-        return left && right && areEqual(*left, *right);
+        return arePointersDeeplyEqual(left, right);
     }
 }
 
@@ -175,7 +178,7 @@ bool areEqual(const T& left, const T& right)
 {
     if constexpr (IsPointer<T>::value)
     {
-        return arePointersDeeplyEqual(left, right);
+        return areNullablePointersEqual(left, right);
     }
     else if constexpr (IsOptional<T>::value)
     {

@@ -23,6 +23,7 @@
 /// What the input archive does otherwise than cereal's own:
 ///
 ///     - A small integer that doesn't fit its type is refused, not cut.
+///     - A float or double that is infinite, or no number at all, is refused; the output archive refuses it as well.
 ///     - A string keeps what stands behind a zero character.
 ///     - A negative "which" is refused.
 ///     - A pointer that repeats an id gets the object of that id only if it is of the same class. An object can be
@@ -91,6 +92,10 @@ void Size2D<T>::serialize(Archive& archive)
 
 namespace cereal
 {
+
+/// Numbers with a fraction. Fail: `Exception` on one that isn't finite, for which JSON has no form.
+void save(JSONOutputArchive& archive, const float& number);
+void save(JSONOutputArchive& archive, const double& number);
 
 template<class Archive, class T>
 void save(Archive& archive, const boost::optional<T>& optional)

@@ -73,6 +73,11 @@ void load(JSONInputArchive& archive, unsigned char& number);
 void load(JSONInputArchive& archive, short& number);
 void load(JSONInputArchive& archive, unsigned short& number);
 
+/// Numbers with a fraction. Fail: `RapidJSONException` on what is no number, `Exception` on one that isn't finite or
+/// doesn't fit.
+void load(JSONInputArchive& archive, float& number);
+void load(JSONInputArchive& archive, double& number);
+
 void load(JSONInputArchive& archive, std::string& text);
 
 /// Shared pointers. Fails: `Exception` when the id was never seen, or belongs to an object of another class.

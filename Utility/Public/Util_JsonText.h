@@ -38,7 +38,8 @@ ZEM_EXPORT std::string makeOnlyMember(std::string_view text);
 } // namespace JsonDetails
 
 /// The JSON form of `value`, in one line. `Archive` is derived from cereal's, or that itself.
-/// Fails: `cereal::Exception` when it is nested so deeply that `fromJson` would refuse it.
+/// Fails: `cereal::Exception` when it is nested so deeply that `fromJson` would refuse it, or a number in it isn't
+/// finite.
 template<class T, class Archive = cereal::JSONOutputArchive>
 std::string toJson(const T& value)
 {

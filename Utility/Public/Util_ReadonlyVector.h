@@ -75,12 +75,6 @@ public:
     {
     }
 
-    /// The vector itself, for walks over many elements. Who uses it doesn't change what its pointers own.
-    const V& getVector() const
-    {
-        return *_elements;
-    }
-
     std::size_t size() const
     {
         return _elements->size();

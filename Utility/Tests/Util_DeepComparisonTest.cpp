@@ -253,6 +253,19 @@ TEST(DeepComparison, TakesNullForTheObjectThatItStandsFor)
     EXPECT_TRUE(areDeeplyEqual(std::shared_ptr<const WithNull>(), std::make_shared<const WithNull>()));
 }
 
+TEST(DeepComparison, PointersByThemselvesAreUnequalWhereExactlyOneIsNull)
+{
+    using Pointer = boost::intrusive_ptr<const WithNull>;
+    using ComparisonDetails::arePointersDeeplyEqual;
+    const Pointer null;
+    const Pointer likeNull(new WithNull());
+    EXPECT_FALSE(arePointersDeeplyEqual(null, likeNull));
+    EXPECT_FALSE(arePointersDeeplyEqual(likeNull, null));
+    EXPECT_TRUE(arePointersDeeplyEqual(null, null));
+    EXPECT_TRUE(arePointersDeeplyEqual(likeNull, Pointer(new WithNull())));
+    EXPECT_FALSE(arePointersDeeplyEqual(likeNull, Pointer(new WithNull(1))));
+}
+
 TEST(DeepComparison, HashesTellContentsApartThatFlattenToOne)
 {
     using Vectors = std::vector<std::vector<int>>;

@@ -170,12 +170,38 @@ TEST(Json, NumbersAreDecimalWhateverTheirWidth)
     expectForm(std::numeric_limits<double>::max(), "1.7976931348623157e308");
 }
 
-TEST(Json, FloatsThatAreNoNumbersGoThereAndBack)
+namespace
 {
-    expectForm(std::numeric_limits<double>::infinity(), "Infinity");
-    expectForm(-std::numeric_limits<double>::infinity(), "-Infinity");
-    const double read = fromJson<double>(toJson(std::numeric_limits<double>::quiet_NaN()));
-    EXPECT_NE(read, read);
+
+/// Expects that neither archive takes a number that isn't finite.
+template<class Number>
+void expectFiniteNumbersOnly(const std::string& greatest)
+{
+    using Limits = std::numeric_limits<Number>;
+    expectForm(Limits::max(), greatest);
+    EXPECT_EQ(Limits::lowest(), fromJson<Number>(toJson(Limits::lowest())));
+    const auto message = [](const std::string& number)
+    { return "The number " + number + " isn't finite, or too large for its type"; };
+    expectRefused<Number>("Infinity", message("inf"));
+    expectRefused<Number>("-Infinity", message("-inf"));
+    expectRefused<std::vector<Number>>("[NaN]", message("nan"));
+    expectRefused<boost::optional<Number>>(R"({"hasValue":true,"value":Inf})", message("inf"));
+    for (const Number number : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()})
+    {
+        EXPECT_THROW(toJson(number), cereal::Exception) << number;
+        EXPECT_THROW(toJson(std::vector<Number>{1, number}), cereal::Exception) << number;
+    }
+}
+
+} // namespace
+
+TEST(Json, FloatsThatAreNotFiniteAreRefusedInAndOut)
+{
+    expectFiniteNumbersOnly<double>("1.7976931348623157e308");
+    expectFiniteNumbersOnly<float>("3.4028234663852887e38");
+    expectRefused<float>("1e300", "The number 1e+300 isn't finite, or too large for its type");
+    EXPECT_THROW(fromJson<double>("1e400"), cereal::Exception);
+    EXPECT_THROW(fromJson<BoolOpt>(R"({"value":NaN})"), cereal::Exception);
 }
 
 TEST(Json, ZerosCanDropTheirSigns)

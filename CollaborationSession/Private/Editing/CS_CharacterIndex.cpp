@@ -2,8 +2,7 @@
 
 #include "Editing/CS_Characters.h"
 
-#include "DOM_Blocks.h"
-#include "DOM_Runs.h"
+#include "DOM_PlaneSize.h"
 
 #include "Util_Assert.h"
 #include "Util_Cast.h"
@@ -39,12 +38,10 @@ BlockSummary countBytes(std::string_view bytes)
 
 BlockSummary countRun(const DOM::Run& run)
 {
-    if (run.getKind() != DOM::RunKind::TextRun)
-    {
-        return BlockSummary{1, 1, 0, 0};
-    }
-    BlockSummary summary = countBytes(static_cast<const DOM::TextRun&>(run).getText());
-    ++summary._elements;
+    const bool isText = run.getKind() == DOM::RunKind::TextRun;
+    BlockSummary summary =
+        isText ? countBytes(static_cast<const DOM::TextRun&>(run).getText()) : BlockSummary{0, 1, 0, 0};
+    summary._elements = DOM::PlaneSize::of(run);
     return summary;
 }
 
@@ -52,9 +49,10 @@ BlockSummary countBlock(const DOM::Block& block)
 {
     if (block.getKind() != DOM::BlockKind::Paragraph)
     {
-        return BlockSummary{1, 1, 0, 0};
+        return BlockSummary{DOM::PlaneSize::of(block), 1, 0, 0};
     }
-    BlockSummary summary{2, 1, 0, 1};
+    // The tag and the mark; the mark is the line break.
+    BlockSummary summary{DOM::PlaneSize::ofTagAndMark, 1, 0, 1};
     for (const auto& run : static_cast<const DOM::Paragraph&>(block).getRuns())
     {
         summary += countRun(derefPtr(run));
@@ -85,7 +83,7 @@ unsigned long countElementsBefore(const DOM::Paragraph& paragraph, unsigned long
             return elements + 1 + (hasBytesAlone ? remaining : findCharacter(text, remaining));
         }
         remaining -= characters;
-        elements += 1 + text.size();
+        elements += DOM::PlaneSize::of(*run);
     }
     return elements;
 }

@@ -36,13 +36,12 @@ unsigned long getSlot(const CharacterIndex& index, unsigned long element)
 }
 
 ListModificationOperation<CollaborationEngine::InsertTag>
-makeNestedInsertion(const CharacterIndex& index, unsigned long slot,
+makeNestedInsertion(const CollaborationEngine::OperationNodeAddress& address, unsigned long slot,
                     DOMCollaboration::TextWithTombstonesElementVector elements)
 {
     const auto range = IndexRange<unsigned long>::fromCount(slot, elements.size());
     return ListModificationOperation<CollaborationEngine::InsertTag>(
-        index.getTextInDocument().getAddress(), textNodeType,
-        makeSharedConst<DOMCollaboration::TextWithTombstonesItems>(std::move(elements)), range);
+        address, textNodeType, makeSharedConst<DOMCollaboration::TextWithTombstonesItems>(std::move(elements)), range);
 }
 
 TextWithTombstonesElement makeRunElement(const DOM::SharedStyleConstIPtr<DOM::RunStyle>& style)

@@ -25,9 +25,9 @@ void requireStretch(const CharacterIndex& index, unsigned long begin, unsigned l
 /// The slot of a live element. Cost: the logarithm of the number of ranges of tombstones.
 unsigned long getSlot(const CharacterIndex& index, unsigned long element);
 
-/// One nested operation that inserts `elements` in front of `slot`. Requires: there are some.
+/// One nested operation that inserts `elements` in front of `slot` of the text at `address`. Requires: there are some.
 ListModificationOperation<CollaborationEngine::InsertTag>
-makeNestedInsertion(const CharacterIndex& index, unsigned long slot,
+makeNestedInsertion(const CollaborationEngine::OperationNodeAddress& address, unsigned long slot,
                     DOMCollaboration::TextWithTombstonesElementVector elements);
 
 /// The operation of `nestedOperations`, which stand from the highest to the lowest.

@@ -4,7 +4,7 @@
 //   1. Where no paragraph is open, but one begins behind the gap, the gap moves behind its tag.
 //   2. Where no paragraph is open or begins, lines become paragraphs.
 //   3. Otherwise the first line goes on in the run in front of the gap, or in the one behind it, if it has the style of
-//      what is typed; or it gets a run of its own.
+//      what is typed; or it gets a run of its own, as it does behind a link, which what is typed there isn't a part of.
 //   4. Each further line ends the paragraph and begins another. What is behind the gap moves behind the last one; if it
 //      is the rest of a run, the last line has a run, which takes it in.
 //   5. Where the first line is empty and the gap is at the beginning of a run, the paragraph ends in front of the run's
@@ -16,7 +16,12 @@
 
 #include "DOM_Paragraph.h"
 #include "DOM_Runs.h"
+#include "DOM_SetToSharedStyle.h"
 
+#include "Util_DeepComparison.h"
+
+#include <algorithm>
+#include <iterator>
 #include <optional>
 
 namespace Zem::CollaborationSession
@@ -41,6 +46,37 @@ void addBytes(TextWithTombstonesElementVector& elements, std::string_view bytes)
     {
         elements.emplace_back(static_cast<short>(static_cast<signed char>(byte)));
     }
+}
+
+const DOM::RunStyle& getStyle(const DOM::Run* run)
+{
+    return DOM::derefSharedStyle(run ? run->getSharedStyle() : RunStylePtr());
+}
+
+/// The style of what is typed between a character of each run: that of `model`, but with the link and the comments that
+/// both sides have. A null run stands for no character.
+RunStylePtr makeTypedStyle(const RunStylePtr& model, const DOM::Run* inFront, const DOM::Run* behind)
+{
+    const DOM::RunStyle& left = getStyle(inFront);
+    const DOM::RunStyle& right = getStyle(behind);
+    const bool hasLink = areDeeplyEqual(left.getHyperlink(), right.getHyperlink());
+    DOM::HyperlinkConstPtr link = hasLink ? left.getHyperlink() : nullptr;
+    std::vector<UUID> comments;
+    std::copy_if(left.getCommentUUIDs().begin(), left.getCommentUUIDs().end(), std::back_inserter(comments),
+                 [&](const UUID& uuid)
+                 {
+                     const auto& others = right.getCommentUUIDs();
+                     return std::find(others.begin(), others.end(), uuid) != others.end();
+                 });
+    const DOM::RunStyle& present = DOM::derefSharedStyle(model);
+    if (areDeeplyEqual(present.getHyperlink(), link) && present.getCommentUUIDs() == comments)
+    {
+        return model;
+    }
+    DOM::RunStyle style = present;
+    style.setHyperlink(std::move(link));
+    style.getCommentUUIDs() = std::move(comments);
+    return RunStylePtr(new DOM::SharedStyle<DOM::RunStyle>(std::move(style)));
 }
 
 /// Takes the first line off, and its line break. Empty when there is no line left.
@@ -192,7 +228,7 @@ private:
     bool continuesRun(const PlanePlace& place) const
     {
         return (place._kind == PlaceKind::Char || place._kind == PlaceKind::TextRunTag) &&
-               getRun(place).getSharedStyle() == _style;
+               areDeeplyEqual(getRun(place).getSharedStyle(), _style);
     }
 
     const DOM::Run& getRun(const PlanePlace& place) const
@@ -200,27 +236,25 @@ private:
         return *_index.getParagraph(place._blockIndex).getRuns()[place._runIndex];
     }
 
-    static bool isInRun(const PlanePlace& place)
+    /// The run of a place; null if there is none.
+    const DOM::Run* findRun(const PlanePlace& place) const
     {
-        return place._kind == PlaceKind::Char || place._kind == PlaceKind::TextRunTag ||
-               place._kind == PlaceKind::AtomicRun;
+        const bool isInRun = place._kind == PlaceKind::Char || place._kind == PlaceKind::TextRunTag ||
+                             place._kind == PlaceKind::AtomicRun;
+        return isInRun ? &getRun(place) : nullptr;
     }
 
     /// The style of what is typed. `replaced` is what stood behind the gap before the deletion.
     void findStyle(const PlanePlace& replaced)
     {
-        if (!_deletion._stretches.empty() && isInRun(replaced))
-        {
-            _style = getRun(replaced).getSharedStyle();
-        }
-        else if (isInRun(_left))
-        {
-            _style = getRun(_left).getSharedStyle();
-        }
-        else if (isOpen())
-        {
-            _style = isInRun(_right) ? getRun(_right).getSharedStyle() : getModel()->getSharedParaMarkStyle();
-        }
+        // A run whose tag stays has a character that stays.
+        const DOM::Run* inFront = findRun(_left);
+        const DOM::Run* behind = findRun(_right);
+        const DOM::Run* model = _deletion._stretches.empty() ? nullptr : findRun(replaced);
+        model = model ? model : inFront ? inFront : behind;
+        const DOM::Paragraph* paragraph = getModel();
+        const RunStylePtr markStyle = paragraph ? paragraph->getSharedParaMarkStyle() : nullptr;
+        _style = makeTypedStyle(model ? model->getSharedStyle() : markStyle, inFront, behind);
     }
 
     /// The paragraph that new ones are made like: the open one, otherwise the one in front of the gap.
@@ -282,9 +316,9 @@ private:
             TextWithTombstonesElementVector lastElements;
             lastElements.reserve(last.size());
             addBytes(lastElements, last);
-            nestedOperations.push_back(makeNestedInsertion(_index, tagSlot + 1, std::move(lastElements)));
+            nestedOperations.push_back(makeNestedInsertion(getAddress(), tagSlot + 1, std::move(lastElements)));
         }
-        nestedOperations.push_back(makeNestedInsertion(_index, tagSlot, std::move(elements)));
+        nestedOperations.push_back(makeNestedInsertion(getAddress(), tagSlot, std::move(elements)));
         return makeMultirange(std::move(nestedOperations));
     }
 
@@ -298,10 +332,6 @@ private:
         if (characters.empty() && !needsEmptyParagraph)
         {
             return nullptr;
-        }
-        if (const DOM::Paragraph* model = getModel())
-        {
-            _style = model->getSharedParaMarkStyle();
         }
         TextWithTombstonesElementVector elements;
         elements.reserve(characters.size() + 3);
@@ -328,8 +358,13 @@ private:
     OperationUPtr makeInsertion(unsigned long slot, TextWithTombstonesElementVector elements) const
     {
         std::vector<ListModificationOperation<InsertTag>> nestedOperations;
-        nestedOperations.push_back(makeNestedInsertion(_index, slot, std::move(elements)));
+        nestedOperations.push_back(makeNestedInsertion(getAddress(), slot, std::move(elements)));
         return makeMultirange(std::move(nestedOperations));
+    }
+
+    const CollaborationEngine::OperationNodeAddress& getAddress() const
+    {
+        return _index.getTextInDocument().getAddress();
     }
 
     const CharacterIndex& _index;

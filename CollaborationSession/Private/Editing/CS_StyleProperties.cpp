@@ -3,6 +3,7 @@
 #include "Editing/CS_InvalidEditError.h"
 
 #include "DClb_PropertyValues.h"
+#include "DOM_Runs.h"
 #include "DOM_SetToSharedStyle.h"
 
 #include <functional>
@@ -121,6 +122,16 @@ SharedConstPtr<DataValue> getParagraphProperty(const DOM::Paragraph& paragraph, 
         return makeValue<PropertyId::NumRefId>(numRef);
     }
     throwUnknownProperty(propertyId, "a paragraph");
+}
+
+void requireRunProperty(PropertyId propertyId)
+{
+    static_cast<void>(getRunProperty(DOM::TextRun(), propertyId));
+}
+
+void requireParagraphProperty(PropertyId propertyId)
+{
+    static_cast<void>(getParagraphProperty(DOM::Paragraph(), propertyId));
 }
 
 void requireSameType(const SharedConstPtr<DataValue>& value, const DataValue& sample)

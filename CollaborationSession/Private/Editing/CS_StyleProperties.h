@@ -20,6 +20,10 @@ SharedConstPtr<CollaborationEngine::DataValue> getRunProperty(const DOM::Run& ru
 SharedConstPtr<CollaborationEngine::DataValue> getParagraphProperty(const DOM::Paragraph& paragraph,
                                                                     DOMCollaboration::PropertyId propertyId);
 
+/// Fail as `getRunProperty` and `getParagraphProperty` do, without a run or paragraph to ask.
+void requireRunProperty(DOMCollaboration::PropertyId propertyId);
+void requireParagraphProperty(DOMCollaboration::PropertyId propertyId);
+
 /// Throws `InvalidEditError` unless `value` is of the type of `sample`.
 void requireSameType(const SharedConstPtr<CollaborationEngine::DataValue>& value,
                      const CollaborationEngine::DataValue& sample);

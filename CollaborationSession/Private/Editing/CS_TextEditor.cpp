@@ -1,9 +1,18 @@
 #include "Editing/CS_TextEditor.h"
 
-#include "Editing/CS_InvalidEditError.h"
+#include "Editing/CS_CommandSupport.h"
+#include "Editing/CS_Stretch.h"
 
+#include "CE_ListMultirangeOperation.h"
 #include "DClb_NodeTypes.h"
+#include "DClb_TextElement.h"
+#include "DOM_Paragraph.h"
+#include "DOM_Runs.h"
 #include "Notifications/DClb_SingleActionExecutorNotificationObserver.h"
+
+#include "Util_Cast.h"
+
+#include <algorithm>
 
 namespace Zem::CollaborationSession
 {
@@ -31,7 +40,8 @@ struct Invalidate
 
 /// Passes on to the index what is about texts, and lets everything else make it stale, but for properties of things in
 /// texts, which move nothing.
-class TextEditor::IndexFeed final : public DOMCollaboration::SingleActionExecutorNotificationObserver<Invalidate>
+class TextEditor::IndexFeed final : public DOMCollaboration::SingleActionExecutorNotificationObserver<Invalidate>,
+                                    public ReplacementObserver
 {
 public:
     explicit IndexFeed(TextInDocument text)
@@ -84,6 +94,12 @@ public:
         _index.onBlockMoved(address, from, to);
     }
 
+    /// The text is counted again when somebody asks for it.
+    void onDocumentReplaced() override
+    {
+        _index.reset();
+    }
+
     void onRunPropsChanged(const NativeNodeAddress&, unsigned long) override
     {
     }
@@ -114,11 +130,19 @@ const OperationNodeAddress& TextEditor::getMainTextAddress()
 TextEditor::TextEditor(std::shared_ptr<DOMCollaboration::DocumentAdapterWithNodeAdapter> document,
                        CollaborationEngine::OperationExecutor& executor, ObserverFanOut& notifications,
                        OperationNodeAddress address)
-    : _document(std::move(document))
-    , _executor(executor)
-    , _feed(std::make_shared<IndexFeed>(TextInDocument(_document, std::move(address))))
+    : _localDocument(std::make_unique<LocalDocument>(std::move(document), executor, notifications))
+    , _document(*_localDocument)
+    , _feed(std::make_shared<IndexFeed>(TextInDocument(_document.getAdapter(), std::move(address))))
 {
     notifications.add(_feed);
+}
+
+TextEditor::TextEditor(EditedDocument& document, OperationNodeAddress address)
+    : _document(document)
+    , _feed(std::make_shared<IndexFeed>(TextInDocument(_document.getAdapter(), std::move(address))))
+{
+    _document.getNotifications().add(_feed);
+    _document.addReplacementObserver(_feed);
 }
 
 TextEditor::~TextEditor() = default;
@@ -132,7 +156,7 @@ const CharacterIndex& TextEditor::getIndex()
 
 void TextEditor::setAddress(OperationNodeAddress address)
 {
-    _feed->getIndex() = CharacterIndex(TextInDocument(_document, std::move(address)));
+    _feed->getIndex() = CharacterIndex(TextInDocument(_document.getAdapter(), std::move(address)));
 }
 
 void TextEditor::reload()
@@ -140,46 +164,222 @@ void TextEditor::reload()
     setAddress(OperationNodeAddress(_feed->getIndex().getTextInDocument().getAddress()));
 }
 
+namespace
+{
+
+using TypedInsertion = CollaborationEngine::ListMultirangeOperationImpl<
+    CollaborationEngine::ListModificationOperation<CollaborationEngine::InsertTag>>;
+
+/// The look of the run in front of a slot whose element stays.
+DOM::SharedStyleConstIPtr<DOM::RunStyle> findLookInFront(const CharacterIndex& index, unsigned long slot)
+{
+    const auto& tombstones = index.getTextInDocument().getText().getTombstones();
+    const auto element =
+        slot == 0 ? std::nullopt : tombstones.convertIndex(CollaborationUtils::IndexIncludingTombstones(slot - 1));
+    if (!element)
+    {
+        return nullptr;
+    }
+    const DOMCollaboration::PlanePlace place = index.findPlace(element->get());
+    const bool isInRun = place._kind == DOMCollaboration::PlaceKind::Char ||
+                         place._kind == DOMCollaboration::PlaceKind::TextRunTag ||
+                         place._kind == DOMCollaboration::PlaceKind::AtomicRun;
+    return isInRun ? index.getParagraph(place._blockIndex).getRuns()[place._runIndex]->getSharedStyle() : nullptr;
+}
+
+/// How what is typed looks: like the tag that it brings, or else like the run that it goes on in.
+DOM::SharedStyleConstIPtr<DOM::RunStyle> findTypedLook(const CharacterIndex& index,
+                                                       const CollaborationEngine::Operation& operation)
+{
+    const auto* insertion = cast<TypedInsertion>(&operation);
+    if (!insertion)
+    {
+        return nullptr;
+    }
+    const auto& nested = insertion->getNestedOperations().front();
+    for (const auto& element : cast<DOMCollaboration::TextWithTombstonesItems>(*nested.getData()).getCollection())
+    {
+        if (const auto* run = boost::get<SharedConstPtr<DOM::Run>>(&element))
+        {
+            return (*run)->getSharedStyle();
+        }
+    }
+    return findLookInFront(index, nested.getRange().getBegin());
+}
+
+} // namespace
+
 Operations TextEditor::replace(unsigned long begin, unsigned long end, std::string_view replacement)
 {
-    return execute(TextCommands::replaceCharacters(getIndex(), begin, end, replacement));
+    const CharacterIndex& index = getIndex();
+    Operations operations = TextCommands::replaceCharacters(index, begin, end, replacement);
+    Meaning meaning;
+    meaning._isTyping = !operations.empty() && !replacement.empty();
+    if (meaning._isTyping)
+    {
+        meaning._typedLook = findTypedLook(index, *operations.back());
+    }
+    return perform(std::move(operations), std::move(meaning));
+}
+
+Operations TextEditor::setRunLook(unsigned long begin, unsigned long end, const LookChange& change)
+{
+    return performLook(TextCommands::setRunLook(getIndex(), begin, end, change), {begin, end}, LookTarget::Runs,
+                       change);
+}
+
+Operations TextEditor::setParagraphLook(unsigned long begin, unsigned long end, const LookChange& change)
+{
+    return performLook(TextCommands::setParagraphLook(getIndex(), begin, end, change), {begin, end},
+                       LookTarget::Paragraphs, change);
 }
 
 Operations TextEditor::setRunProperty(unsigned long begin, unsigned long end, DOMCollaboration::PropertyId propertyId,
                                       const SharedConstPtr<CollaborationEngine::DataValue>& value)
 {
-    return execute(TextCommands::setRunProperty(getIndex(), begin, end, propertyId, value));
+    Operations operations = TextCommands::setRunProperty(getIndex(), begin, end, propertyId, value);
+    return performLook(std::move(operations), {begin, end}, LookTarget::Runs,
+                       LookChange::setProperty(propertyId, value));
 }
 
 Operations TextEditor::setParagraphProperty(unsigned long begin, unsigned long end,
                                             DOMCollaboration::PropertyId propertyId,
                                             const SharedConstPtr<CollaborationEngine::DataValue>& value)
 {
-    return execute(TextCommands::setParagraphProperty(getIndex(), begin, end, propertyId, value));
+    Operations operations = TextCommands::setParagraphProperty(getIndex(), begin, end, propertyId, value);
+    return performLook(std::move(operations), {begin, end}, LookTarget::Paragraphs,
+                       LookChange::setProperty(propertyId, value));
+}
+
+Operations TextEditor::setLink(unsigned long begin, unsigned long end, DOM::HyperlinkConstPtr link)
+{
+    return setRunLook(begin, end, LookChange::setLink(std::move(link)));
+}
+
+Operations TextEditor::addComment(unsigned long begin, unsigned long end, const UUID& uuid)
+{
+    return setRunLook(begin, end, LookChange::addComment(uuid));
+}
+
+Operations TextEditor::removeComment(unsigned long begin, unsigned long end, const UUID& uuid)
+{
+    return setRunLook(begin, end, LookChange::removeComment(uuid));
 }
 
 void TextEditor::takeBack(Operations& operations)
 {
-    for (auto operation = operations.rbegin(); operation != operations.rend(); ++operation)
+    _document.takeBack(operations);
+}
+
+Operations TextEditor::perform(Operations operations, Meaning meaning)
+{
+    if (!operations.empty())
     {
-        _executor.reverse(**operation);
+        _document.perform(operations, std::make_shared<const Meaning>(std::move(meaning)));
+    }
+    return operations;
+}
+
+namespace
+{
+
+/// The last element of the character in front of an offset.
+unsigned long findLastElement(const CharacterIndex& index, unsigned long offset)
+{
+    unsigned long element = index.convertToElement(offset);
+    for (;;)
+    {
+        const DOMCollaboration::PlaceKind kind = index.findPlace(--element)._kind;
+        if (kind != DOMCollaboration::PlaceKind::TextRunTag && kind != DOMCollaboration::PlaceKind::ParaTag)
+        {
+            return element;
+        }
     }
 }
 
-Operations TextEditor::execute(Operations operations)
+/// The stretch of a range of characters; of the element at which it lies if it is empty.
+Stretch makeStretchOfCharacters(const CharacterIndex& index, const CharacterRange& range)
 {
-    for (std::size_t index = 0; index < operations.size(); ++index)
+    const unsigned long first = index.convertToElement(range._begin);
+    const unsigned long last = range._begin < range._end ? findLastElement(index, range._end) : first;
+    return makeStretch(index.getTextInDocument().getAddress(), getSlot(index, first), getSlot(index, last));
+}
+
+} // namespace
+
+Operations TextEditor::performLook(Operations operations, const CharacterRange& range, LookTarget target,
+                                   const LookChange& change)
+{
+    if (operations.empty())
     {
-        CollaborationEngine::OperationUPtr changedOp;
-        if (_executor.executeAndChangeIfNeeded(*operations[index], changedOp))
+        return operations;
+    }
+    LookSetting look{makeStretchOfCharacters(getIndex(), range), target, change};
+    for (const auto& operation : operations)
+    {
+        moveStretch(look._stretch, *operation);
+    }
+    Meaning meaning;
+    meaning._looks.push_back(std::move(look));
+    return perform(std::move(operations), std::move(meaning));
+}
+
+void TextEditor::select(unsigned long begin, unsigned long end)
+{
+    const CharacterIndex& index = getIndex();
+    requireStretch(index, begin, end);
+    const OperationNodeAddress& text = index.getTextInDocument().getAddress();
+    // What is typed in front of the first character isn't selected, nor what is typed behind the last: the end is kept
+    // behind that.
+    const bool isCaret = begin == end;
+    const unsigned long first = isCaret && begin > 0 ? getSlot(index, findLastElement(index, begin)) + 1
+                                                     : getSlot(index, index.convertToElement(begin));
+    const unsigned long behindLast = isCaret ? first : getSlot(index, findLastElement(index, end)) + 1;
+    Selection selection = makeStretch(text, first, behindLast);
+    selection.getSelectionBegin().setStickToPrevious(isCaret && begin > 0);
+    selection.getSelectionEnd().setStickToPrevious(end > 0);
+    _document.setSelection(std::move(selection));
+}
+
+std::optional<CharacterRange> TextEditor::findSelection()
+{
+    return findSelection(_document.getID());
+}
+
+std::optional<CharacterRange> TextEditor::findSelection(ClientID owner)
+{
+    return convert(_document.findSelection(owner));
+}
+
+std::map<ClientID, CharacterRange> TextEditor::getOtherSelections()
+{
+    std::map<ClientID, CharacterRange> ranges;
+    for (const auto& [owner, selection] : _document.getSelections())
+    {
+        if (const auto range = convert(&selection))
         {
-            operations.resize(index);
-            operations.push_back(std::move(changedOp));
-            takeBack(operations);
-            throw InvalidEditError("The text doesn't take the edit");
+            ranges.emplace(owner, *range);
         }
     }
-    return operations;
+    return ranges;
+}
+
+std::optional<CharacterRange> TextEditor::convert(const Selection* selection)
+{
+    const CharacterIndex& index = getIndex();
+    const TextInDocument& text = index.getTextInDocument();
+    const auto stretch = selection ? findStretchInText(*selection) : std::nullopt;
+    if (!stretch || !(stretch->_text == text.getAddress()))
+    {
+        return std::nullopt;
+    }
+    const auto getOffset = [&](unsigned long slot)
+    {
+        const auto element =
+            text.getText().getTombstones().getIndexToInsertTo(CollaborationUtils::IndexIncludingTombstones(slot));
+        return index.convertToOffset(std::min(element.get(), index.getElementsCount()));
+    };
+    return CharacterRange{getOffset(stretch->_firstSlot), getOffset(stretch->_lastSlot)};
 }
 
 } // namespace Zem::CollaborationSession

@@ -46,7 +46,7 @@ const DOM::TextWithTombstones& TextInDocument::findText() const
     {
         throw InvalidEditError("The address leads to no text");
     }
-    return text->getTextWithTombstones();
+    return text->readText();
 }
 
 } // namespace Zem::CollaborationSession

@@ -1,13 +1,17 @@
 #include "Sharing/CS_Bridge.h"
 
+#include "Editing/CS_Stretch.h"
 #include "Sharing/CS_MoveSelections.h"
-#include "Sharing/CS_Overloaded.h"
 #include "Sharing/CS_PartialMarking.h"
+#include "Sharing/CS_SettlingTransformer.h"
 
 #include "CE_InverseOperation.h"
 #include "CE_MapOperation.h"
 #include "CE_OperationEquality.h"
 #include "CE_SetPropertyOperation.h"
+
+#include "DClb_DocumentPositionTransformer.h"
+#include "EditingState/DClb_DOMEditingStateTransformer.h"
 
 #include "Util_Cast.h"
 #include "Util_DeepComparison.h"
@@ -115,8 +119,28 @@ std::shared_ptr<Operation> makeSetting(const SetPropertyOperation& planned, cons
 
 } // namespace
 
+void Bridge::append(const Action& action)
+{
+    append(action._operation);
+    if (action._meaning)
+    {
+        const auto& looks = action._meaning->_looks;
+        _looks.insert(_looks.end(), looks.begin(), looks.end());
+    }
+}
+
 void Bridge::append(std::shared_ptr<const Operation> operation)
 {
+    const auto* composite = cast<CompositeOperation>(operation.get());
+    if (composite && composite->getKind() == CompositeKind::Plain)
+    {
+        for (const OperationUPtr& part : composite->getParts())
+        {
+            append(cloneOperation(*part));
+        }
+        return;
+    }
+    moveLooks(*operation);
     if (cast<EmptyOperation>(operation.get()) || _typing.takeIn(*operation))
     {
         return;
@@ -124,15 +148,31 @@ void Bridge::append(std::shared_ptr<const Operation> operation)
     closeTyping();
     if (!_typing.takeIn(*operation))
     {
-        _passed.emplace_back(std::move(operation));
+        _passed.push_back({std::move(operation)});
     }
+}
+
+void Bridge::appendOwn(std::shared_ptr<const Operation> operation)
+{
+    closeTyping();
+    _passed.push_back({std::move(operation), TieResolveCondition::FirstWins});
+}
+
+Bridge::Step Bridge::makeOwnStep(OperationUPtr operation)
+{
+    return {OperationPtr(std::move(operation)), TieResolveCondition::FirstWins};
+}
+
+void Bridge::moveLooks(const Operation& operation)
+{
+    std::erase_if(_looks, [&](LookSetting& setting) { return !moveStretch(setting._stretch, operation); });
 }
 
 void Bridge::closeTyping()
 {
     for (OperationUPtr& operation : _typing.makeOperations())
     {
-        _passed.emplace_back(std::shared_ptr<const Operation>(std::move(operation)));
+        _passed.push_back({OperationPtr(std::move(operation))});
     }
     _typing = ComposedTyping();
 }
@@ -150,7 +190,7 @@ void Bridge::appendChange(const Operation& original, const Operation& planned, c
         appendChange(original, planned, *composite->getParts().front());
         for (std::size_t index = 1; index < composite->getParts().size(); ++index)
         {
-            append(cloneOperation(*composite->getParts()[index]));
+            appendOwn(cloneOperation(*composite->getParts()[index]));
         }
         return;
     }
@@ -159,7 +199,7 @@ void Bridge::appendChange(const Operation& original, const Operation& planned, c
         return;
     }
     refuse(original);
-    append(cloneOperation(happened));
+    appendOwn(cloneOperation(happened));
 }
 
 /// Stands on the way from the operation's end to what was there before it, and not at the end of the bridge: what
@@ -167,7 +207,13 @@ void Bridge::appendChange(const Operation& original, const Operation& planned, c
 void Bridge::refuse(const Operation& original)
 {
     _passed = _passedBefore;
-    _passed.emplace(_passed.begin(), OwnChange{makeReversal(original)});
+    leaveOut(original);
+}
+
+void Bridge::leaveOut(const Operation& original)
+{
+    closeTyping();
+    _passed.insert(_passed.begin(), makeOwnStep(makeReversal(original)));
 }
 
 /// As if the author had sent the part that happened and the rest as two operations.
@@ -185,7 +231,7 @@ bool Bridge::appendPartialMarking(const Operation& original, const Operation& pl
         return false;
     }
     _passed = std::move(bridge._passed);
-    _passed.emplace(_passed.begin(), OwnChange{makeReversal(*parts->_refused)});
+    leaveOut(*parts->_refused);
     return true;
 }
 
@@ -202,106 +248,125 @@ bool Bridge::appendChangeOnNode(const Operation& planned, const Operation& happe
     if (plannedInsertion && happenedInsertion)
     {
         closeTyping();
-        _passed.emplace_back(ChangedInsertion(*plannedInsertion, *happenedInsertion));
+        _passed.push_back({ChangedInsertion(*plannedInsertion, *happenedInsertion)});
         return true;
     }
     const auto* plannedSetting = cast<SetPropertyOperation>(&planned);
     const auto* happenedSetting = cast<SetPropertyOperation>(&happened);
     if (plannedSetting && happenedSetting && plannedSetting->getPropertyID() == happenedSetting->getPropertyID())
     {
-        closeTyping();
-        _passed.emplace_back(OwnChange{makeSetting(*plannedSetting, *happenedSetting)});
+        appendOwn(makeSetting(*plannedSetting, *happenedSetting));
         return true;
     }
     return haveEqualPlaces(*plannedOnNode, *happenedOnNode);
 }
 
-OperationUPtr Bridge::cross(const Operation& operation)
+OperationUPtr Bridge::cross(const Operation& operation, Values values)
 {
     closeTyping();
-    std::vector<Passed> passedBehind;
-    passedBehind.reserve(_passed.size());
+    Steps behind;
+    behind.reserve(_passed.size());
     OperationUPtr crossing = cloneOperation(operation);
-    for (const Passed& passed : _passed)
+    for (const Step& step : _passed)
     {
-        crossing = crossOne(*crossing, passed, passedBehind);
+        crossing = crossStep(*crossing, step, values, behind);
     }
-    _passedBefore = std::exchange(_passed, std::move(passedBehind));
+    _passedBefore = std::exchange(_passed, std::move(behind));
     return crossing;
 }
 
-/// Gives `operation` past `passed`, and appends `passed` past `operation`.
-OperationUPtr Bridge::crossOne(const Operation& operation, Passed passed, std::vector<Passed>& passedBehind) const
+/// Gives `operation` past `step`, and appends what is left of `step` past `operation`.
+OperationUPtr Bridge::crossStep(const Operation& operation, Step step, Values values, Steps& behind) const
 {
-    OperationPtr otherBehind;
-    const Overloaded crossEach{[&](const OperationPtr& other)
-                               {
-                                   OperationUPtr crossed =
-                                       crossOperation(operation, other, TieResolveCondition::SecondWins, otherBehind);
-                                   if (otherBehind)
-                                   {
-                                       passedBehind.emplace_back(std::move(otherBehind));
-                                   }
-                                   return crossed;
-                               },
-                               [&](const OwnChange& change)
-                               {
-                                   OperationUPtr crossed = crossOperation(operation, change._operation,
-                                                                          TieResolveCondition::FirstWins, otherBehind);
-                                   if (otherBehind)
-                                   {
-                                       passedBehind.emplace_back(OwnChange{std::move(otherBehind)});
-                                   }
-                                   return crossed;
-                               },
-                               [&](ChangedInsertion& changed)
-                               {
-                                   OperationUPtr crossed = changed.cross(operation, _transformer);
-                                   if (!changed.isOver())
-                                   {
-                                       passedBehind.emplace_back(std::move(changed));
-                                   }
-                                   return crossed;
-                               }};
-    return std::visit(crossEach, passed);
-}
-
-/// Gives `operation` past `other`, and puts `other` past `operation` into `otherBehind`, unless nothing is left of it.
-OperationUPtr Bridge::crossOperation(const Operation& operation, const OperationPtr& other,
-                                     TieResolveCondition tieResolveCondition, OperationPtr& otherBehind) const
-{
-    OperationUPtr crossed = _transformer.include(operation, *other, tieResolveCondition);
-    OperationUPtr behind = _transformer.include(*other, operation, getOpposite(tieResolveCondition));
+    if (auto* changed = std::get_if<ChangedInsertion>(&step._change))
+    {
+        OperationUPtr crossed = changed->cross(operation, _transformer);
+        if (!changed->isOver())
+        {
+            behind.push_back(std::move(step));
+        }
+        return crossed;
+    }
+    const Operation& other = *std::get<OperationPtr>(step._change);
+    // Of two things for one place the one that was there earlier stands in front, but of two values the later one
+    // stands.
+    const bool isLaterValue = values == Values::LaterStands && areSettingsOfOneThing(operation, other);
+    const TieResolveCondition tie = isLaterValue ? TieResolveCondition::FirstWins : step._tie;
+    OperationUPtr crossed = _transformer.include(operation, other, tie);
+    OperationUPtr otherBehind = _transformer.include(other, operation, getOpposite(tie));
     if (removesSlots(*crossed))
     {
         crossed = markInstead(*crossed);
-        behind = markInstead(*behind);
+        otherBehind = markInstead(*otherBehind);
     }
-    if (!cast<EmptyOperation>(behind.get()))
+    if (!cast<EmptyOperation>(otherBehind.get()))
     {
-        otherBehind = std::move(behind);
+        behind.push_back({OperationPtr(std::move(otherBehind)), step._tie});
     }
     return crossed;
+}
+
+Bridge::Mark Bridge::getMark()
+{
+    closeTyping();
+    Mark mark;
+    mark._passed = _passed;
+    mark._looks = _looks;
+    return mark;
+}
+
+void Bridge::returnTo(Mark mark)
+{
+    _passed = std::move(mark._passed);
+    _looks = std::move(mark._looks);
 }
 
 void Bridge::follow(BaseClientEditingStateTransformer& transformer, Selections& selections)
 {
     closeTyping();
-    const auto followOperation = [&](const OperationPtr& operation)
-    { includeInSelections(transformer, *operation, selections); };
-    const Overloaded followEach{followOperation, [&](const OwnChange& change) { followOperation(change._operation); },
-                                [&](const ChangedInsertion& changed)
-                                {
-                                    for (auto& [client, selection] : selections)
-                                    {
-                                        changed.follow(selection.getSelectionBegin());
-                                        changed.follow(selection.getSelectionEnd());
-                                    }
-                                }};
-    for (const Passed& passed : _passed)
+    follow(_passed, transformer, selections);
+}
+
+void Bridge::follow(const Steps& steps, BaseClientEditingStateTransformer& transformer, Selections& selections)
+{
+    for (const Step& step : steps)
     {
-        std::visit(followEach, passed);
+        if (const auto* changed = std::get_if<ChangedInsertion>(&step._change))
+        {
+            for (auto& [client, selection] : selections)
+            {
+                changed->follow(selection.getSelectionBegin());
+                changed->follow(selection.getSelectionEnd());
+            }
+            continue;
+        }
+        includeInSelections(transformer, *std::get<OperationPtr>(step._change), selections);
     }
+}
+
+bool Bridge::follow(Stretch& stretch)
+{
+    closeTyping();
+    return follow(_passed, stretch);
+}
+
+bool Bridge::followBefore(Stretch& stretch) const
+{
+    return follow(_passedBefore, stretch);
+}
+
+bool Bridge::follow(const Steps& steps, Stretch& stretch)
+{
+    DOMCollaboration::DOMEditingStateTransformer transformer(
+        std::make_shared<DOMCollaboration::DocumentPositionTransformer>());
+    Selections single = {{ClientID(), std::move(stretch)}};
+    follow(steps, transformer, single);
+    if (single.empty())
+    {
+        return false;
+    }
+    stretch = std::move(single.begin()->second);
+    return true;
 }
 
 } // namespace Zem::CollaborationSession

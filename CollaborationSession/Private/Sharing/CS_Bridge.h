@@ -29,13 +29,40 @@ namespace Zem::CollaborationSession
 /// one behind the other stand here as two operations.
 class Bridge
 {
+    using OperationPtr = std::shared_ptr<const CollaborationEngine::Operation>;
+
+    /// A step of the way. The tie is that of what crosses: it gives way to others, and goes before what became of the
+    /// same author's earlier operations, which it was made behind.
+    struct Step
+    {
+        std::variant<OperationPtr, ChangedInsertion> _change;
+        CollaborationEngine::TieResolveCondition _tie = CollaborationEngine::TieResolveCondition::SecondWins;
+    };
+
+    using Steps = std::vector<Step>;
+
 public:
+    /// Of two values for one thing, which the operations that cross bring.
+    enum class Values
+    {
+        /// The later value stands: that of what crosses.
+        LaterStands,
+        /// What crosses is an undo, which changes only what nobody else has set since.
+        Yields
+    };
+
     explicit Bridge(const CollaborationEngine::BaseOperationTransformer& transformer)
         : _transformer(transformer)
     {
     }
 
+    /// What somebody else did, behind all that stands here.
+    void append(const Action& action);
     void append(std::shared_ptr<const CollaborationEngine::Operation> operation);
+
+    /// What came of the author's last action beside what was planned. What the author did later goes first in a tie:
+    /// who sets a property again means that.
+    void appendOwn(std::shared_ptr<const CollaborationEngine::Operation> operation);
 
     /// Appends the way from `planned`, the last that crossed, to what became of it. `original` is what `planned` was
     /// before it crossed. Elements that both insert keep their identity, and of a marking that happened in part only
@@ -46,44 +73,71 @@ public:
     /// Takes back `original`, the last that crossed: it didn't happen, and the bridge stands where it stood before.
     void refuse(const CollaborationEngine::Operation& original);
 
+    /// `original` doesn't cross, but what was made behind it does. Fails: as `makeReversal`; the bridge is as it was.
+    void leaveOut(const CollaborationEngine::Operation& original);
+
     /// `operation` past all that stands here, of which others' operations go first in a tie. If a transformation fails,
     /// the bridge is as it was. Cost: two transformations for each operation that stands here.
-    CollaborationEngine::OperationUPtr cross(const CollaborationEngine::Operation& operation);
+    CollaborationEngine::OperationUPtr cross(const CollaborationEngine::Operation& operation,
+                                             Values values = Values::LaterStands);
+
+    /// Whether something stands here, so that what crosses may become another.
+    bool isClear() const
+    {
+        return _passed.empty() && _typing.isEmpty();
+    }
+
+    /// What stands here, to return to when an action is to be left out as a whole.
+    class Mark
+    {
+        friend Bridge;
+
+        Steps _passed;
+        std::vector<LookSetting> _looks;
+    };
+
+    Mark getMark();
+    void returnTo(Mark mark);
 
     /// Moves selections along the bridge.
     void follow(CollaborationEngine::BaseClientEditingStateTransformer& transformer, Selections& selections);
 
-private:
-    using OperationPtr = std::shared_ptr<const CollaborationEngine::Operation>;
+    /// Moves a stretch along the bridge. False if it is gone.
+    bool follow(Stretch& stretch);
 
-    /// What became of an operation of the author whose operations cross. The later ones were made behind it, and so
-    /// they go first in a tie: what sets a property again is what counts.
-    struct OwnChange
+    /// The same along the bridge as it was before the last operation crossed.
+    bool followBefore(Stretch& stretch) const;
+
+    /// What others have painted, in the state behind the bridge.
+    const std::vector<LookSetting>& getLooks() const
     {
-        OperationPtr _operation;
-    };
+        return _looks;
+    }
 
-    using Passed = std::variant<OperationPtr, OwnChange, ChangedInsertion>;
+    /// Says that `operation` was executed behind the bridge.
+    void moveLooks(const CollaborationEngine::Operation& operation);
 
+private:
+    static Step makeOwnStep(CollaborationEngine::OperationUPtr operation);
+    static void follow(const Steps& steps, CollaborationEngine::BaseClientEditingStateTransformer& transformer,
+                       Selections& selections);
+    static bool follow(const Steps& steps, Stretch& stretch);
     void closeTyping();
     bool appendChangeOnNode(const CollaborationEngine::Operation& planned,
                             const CollaborationEngine::Operation& happened);
     bool appendPartialMarking(const CollaborationEngine::Operation& original,
                               const CollaborationEngine::Operation& planned,
                               const CollaborationEngine::Operation& happened);
-    CollaborationEngine::OperationUPtr crossOperation(const CollaborationEngine::Operation& operation,
-                                                      const OperationPtr& other,
-                                                      CollaborationEngine::TieResolveCondition tieResolveCondition,
-                                                      OperationPtr& otherBehind) const;
-    CollaborationEngine::OperationUPtr crossOne(const CollaborationEngine::Operation& operation, Passed passed,
-                                                std::vector<Passed>& passedBehind) const;
+    CollaborationEngine::OperationUPtr crossStep(const CollaborationEngine::Operation& operation, Step step,
+                                                 Values values, Steps& behind) const;
 
     const CollaborationEngine::BaseOperationTransformer& _transformer;
-    std::vector<Passed> _passed;
+    Steps _passed;
     /// What `_passed` was before the last operation crossed.
-    std::vector<Passed> _passedBefore;
+    Steps _passedBefore;
     /// What stands behind `_passed`.
     ComposedTyping _typing;
+    std::vector<LookSetting> _looks;
 };
 
 } // namespace Zem::CollaborationSession

@@ -64,14 +64,6 @@ bool isOneInsideTheOther(const OperationNodeAddress& first, const OperationNodeA
 
 } // namespace
 
-ChangedNodes::ChangedNodes(std::span<const OperationUPtr> operations)
-{
-    for (const OperationUPtr& operation : operations)
-    {
-        add(*operation);
-    }
-}
-
 void ChangedNodes::add(const Operation& operation)
 {
     if (!_areAllKnown || cast<EmptyOperation>(&operation))

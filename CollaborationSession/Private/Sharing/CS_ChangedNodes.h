@@ -3,7 +3,6 @@
 #include "CE_Operation.h"
 #include "CE_OperationNodeAddress.h"
 
-#include <span>
 #include <vector>
 
 namespace Zem::CollaborationSession
@@ -18,10 +17,7 @@ namespace Zem::CollaborationSession
 class ChangedNodes
 {
 public:
-    /// Cost: a comparison of addresses for each operation and node, of which no more than a few are remembered.
-    explicit ChangedNodes(std::span<const CollaborationEngine::OperationUPtr> operations);
-
-    /// One more operation. Cost: a comparison of addresses for each node.
+    /// One more operation. Cost: a comparison of addresses for each node, of which no more than a few are remembered.
     void add(const CollaborationEngine::Operation& operation);
 
     /// Whether `operation` commutes with each of the operations. False where that isn't known: of composed operations,

@@ -22,18 +22,10 @@ void Checkpoint::append(HistoryEntryPtr entry)
     _entries.push_back(std::move(entry));
 }
 
-void Checkpoint::shrink(std::size_t count)
-{
-    _entries.erase(_entries.begin() + static_cast<std::ptrdiff_t>(count), _entries.end());
-}
-
-void Checkpoint::restore(Replica& replica, std::span<const OperationUPtr> pending) const
+void Checkpoint::restore(Replica& replica, std::span<const Operation* const> pending) const
 {
     std::vector<const Operation*> operations = getOldestOperations(_entries.size());
-    for (const OperationUPtr& operation : pending)
-    {
-        operations.push_back(operation.get());
-    }
+    operations.insert(operations.end(), pending.begin(), pending.end());
     replica.replaceDocument(*_document, operations);
 }
 
@@ -60,7 +52,7 @@ std::vector<const Operation*> Checkpoint::getOldestOperations(std::size_t count)
     operations.reserve(count);
     for (std::size_t index = 0; index < count; ++index)
     {
-        operations.push_back(_entries[index]->_operation.get());
+        operations.push_back(_entries[index]->_action._operation.get());
     }
     return operations;
 }

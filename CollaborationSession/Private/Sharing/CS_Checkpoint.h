@@ -28,12 +28,9 @@ public:
 
     void append(HistoryEntryPtr entry);
 
-    /// Forgets the newest entries: so many of the oldest stay.
-    void shrink(std::size_t count);
-
     /// Puts the document behind all entries, and behind `pending` then, into `replica`.
     /// Fails: as `Replica::replaceDocument`; the document is as it was then.
-    void restore(Replica& replica, std::span<const CollaborationEngine::OperationUPtr> pending) const;
+    void restore(Replica& replica, std::span<const CollaborationEngine::Operation* const> pending) const;
 
     /// Takes a newer document if one is due, and forgets the entries that led to it; says whether it did. `current` is
     /// the document behind all entries, which is copied; or null where nobody has that one by itself, because something

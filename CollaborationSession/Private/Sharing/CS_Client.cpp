@@ -1,12 +1,15 @@
 #include "Sharing/CS_Client.h"
 
+#include "Editing/CS_ExecuteAsTheyStand.h"
+#include "Editing/CS_InvalidEditError.h"
 #include "Sharing/CS_ChangedNodes.h"
 #include "Sharing/CS_Checkpoint.h"
-#include "Sharing/CS_ComposedTyping.h"
 #include "Sharing/CS_ExecuteStably.h"
+#include "Sharing/CS_Looks.h"
 #include "Sharing/CS_MoveSelections.h"
 #include "Sharing/CS_Receipt.h"
-#include "Sharing/CS_UndoSearch.h"
+#include "Sharing/CS_RequireThrowingHandler.h"
+#include "Sharing/CS_UndoLog.h"
 
 #include "CE_AfterDocumentActionSignal.h"
 #include "DClb_DocumentPositionTransformer.h"
@@ -14,7 +17,6 @@
 #include "Util_Assert.h"
 #include "Util_Cast.h"
 
-#include <set>
 #include <utility>
 
 namespace Zem::CollaborationSession
@@ -28,12 +30,12 @@ namespace
 /// How many entries pass before the client tells what it has if it has nothing else to tell.
 constexpr Revision tellInterval = 1024;
 
-/// Each client has ids of its own: those of client n begin at n times this.
-constexpr Operation::Id operationIDsOfAClient = Operation::Id(1) << 40;
+/// Each client has ids of its own: those of client n begin at n times this. All stay below 2^53.
+constexpr Operation::Id operationIDsOfAClient = Operation::Id(1) << 32;
 
 void requireWhole(const HistoryEntryPtr& entry)
 {
-    if (!entry || !entry->_operation)
+    if (!entry || !entry->_action._operation)
     {
         throw InvalidMessageError("An entry of the history holds an operation");
     }
@@ -56,7 +58,7 @@ void requireWhole(std::span<const ServerMessage> messages)
 {
     for (const ServerMessage& message : messages)
     {
-        if (const auto* happened = std::get_if<OperationHappened>(&message))
+        if (const auto* happened = std::get_if<ActionHappened>(&message))
         {
             requireWhole(happened->_entry);
         }
@@ -92,21 +94,25 @@ private:
     Client& _client;
 };
 
-Client::Client(ClientID id, const Snapshot& snapshot, Revision checkpointInterval)
+Client::Client(ClientID id, const Snapshot& snapshot, ClientSettings settings)
     : _id(id)
+    , _settings(settings)
     , _replica(snapshot._kind, *requireWhole(snapshot)._document)
     , _selectionTransformer(std::make_shared<DOMCollaboration::DocumentPositionTransformer>())
     , _executor(std::make_unique<LocalExecutor>(*this))
     , _revision(snapshot._revision + snapshot._entries.size())
     , _toldRevision(snapshot._revision)
     , _nextOperationID(id * operationIDsOfAClient)
-    , _checkpoint(
-          std::make_unique<Checkpoint>(snapshot._kind, snapshot._document, snapshot._entries, checkpointInterval))
+    , _checkpoint(std::make_unique<Checkpoint>(snapshot._kind, snapshot._document, snapshot._entries,
+                                               settings._checkpointInterval))
+    , _undoLog(std::make_unique<UndoLog>(_replica.getTransformer(), settings._undoEntriesCount))
     , _selections(snapshot._selections)
 {
+    requireThrowingHandler();
+    _replica.setOnDocumentReplaced([this] { tellReplacement(); });
     for (const HistoryEntryPtr& entry : _checkpoint->getEntries())
     {
-        _replica.executeAgain(*entry->_operation);
+        _replica.executeAgain(*entry->_action._operation);
     }
 }
 
@@ -122,59 +128,38 @@ std::size_t Client::getKeptEntriesCount() const
     return _checkpoint->getEntries().size();
 }
 
-OperationUPtr Client::makeUndo(Operation::Id operationID)
-{
-    if (_undoings.contains(operationID))
-    {
-        return nullptr;
-    }
-    UndoSearch search(_replica.getTransformer(), operationID);
-    for (const HistoryEntryPtr& entry : _checkpoint->getEntries())
-    {
-        search.pass(*entry->_operation, entry->_author == _id);
-    }
-    for (const OperationUPtr& operation : _pending)
-    {
-        search.pass(*operation, true);
-    }
-    OperationUPtr undoing = search.makeUndo();
-    if (!undoing)
-    {
-        return nullptr;
-    }
-    undoing->setIDIfNeeded(_nextOperationID);
-    _undoings.emplace(operationID, *undoing->getID());
-    return undoing;
-}
-
 boost::optional<ClientBatch> Client::takeBatch()
 {
-    if (_underWayCount > 0)
+    if (_isTooFarBehind || (_underWayCount > 0 && !_isToBeSentAgain))
     {
         return boost::none;
     }
-    std::erase_if(_pending, [](const OperationUPtr& operation) { return cast<EmptyOperation>(operation.get()); });
-    if (isQuiet() && _revision - _toldRevision < tellInterval)
+    if (_underWayCount == 0)
     {
-        return boost::none;
+        dropRefused();
+        if (isQuiet() && _revision - _toldRevision < tellInterval)
+        {
+            return boost::none;
+        }
+        composeTyping();
+        _underWayCount = _pending.size();
+        _lastNumber += _underWayCount;
     }
-    composeTyping();
+    _isToBeSentAgain = false;
     ClientBatch batch;
     batch._base = _revision;
-    batch._firstNumber = _lastNumber + 1;
-    batch._operations.reserve(_pending.size());
-    for (const OperationUPtr& operation : _pending)
+    batch._firstNumber = _lastNumber - _underWayCount + 1;
+    batch._actions.reserve(_underWayCount);
+    for (std::size_t index = 0; index < _underWayCount; ++index)
     {
-        batch._operations.push_back(cloneOperation(*operation));
+        batch._actions.push_back({cloneOperation(*_pending[index]._operation), _pending[index]._meaning});
     }
-    if (_isSelectionNew && findOwnSelection())
+    if (_isSelectionNew && findOwnSelection() && _underWayCount == _pending.size())
     {
         batch._selection = std::make_shared<const Selection>(*findOwnSelection());
+        _isSelectionNew = false;
     }
-    _lastNumber += _pending.size();
-    _underWayCount = _pending.size();
     _toldRevision = _revision;
-    _isSelectionNew = false;
     return batch;
 }
 
@@ -184,15 +169,9 @@ void Client::receive(std::span<const ServerMessage> messages)
     // What happened has happened, whatever an observer makes of it.
     ObserverFanOut::Postponement postponement(_replica.getNotifications());
     Receipt receipt(*this);
-    try
     {
         const auto silence = _replica.getExecutor().getSetSilentModeGuard();
         receipt.takeIn(messages);
-    }
-    catch (...)
-    {
-        receipt.giveUp();
-        throw;
     }
     takeCheckpointIfDue();
     if (receipt.hasExecuted())
@@ -204,8 +183,7 @@ void Client::receive(std::span<const ServerMessage> messages)
 
 void Client::resume()
 {
-    _lastNumber -= _underWayCount;
-    _underWayCount = 0;
+    _isToBeSentAgain = _underWayCount > 0;
     _isSelectionNew = findOwnSelection() != nullptr;
 }
 
@@ -220,9 +198,38 @@ const Selection* Client::findOwnSelection() const
     return _ownSelection.empty() ? nullptr : &_ownSelection.begin()->second;
 }
 
-std::vector<Client::Refusal> Client::takeRefusals()
+const Selection* Client::findSelection(ClientID owner) const
 {
-    return std::exchange(_refusals, {});
+    const auto found = _selections.find(owner);
+    return owner == _id ? findOwnSelection() : found == _selections.end() ? nullptr : &found->second;
+}
+
+void Client::addReplacementObserver(const std::shared_ptr<ReplacementObserver>& observer)
+{
+    std::erase_if(_replacementObservers, [](const auto& other) { return other.expired(); });
+    _replacementObservers.push_back(observer);
+}
+
+void Client::tellReplacement()
+{
+    for (const auto& weakObserver : _replacementObservers)
+    {
+        if (const auto observer = weakObserver.lock())
+        {
+            observer->onDocumentReplaced();
+        }
+    }
+    if (_onDocumentReplaced)
+    {
+        _onDocumentReplaced();
+    }
+}
+
+std::vector<Client::RefusedAction> Client::takeRefusals()
+{
+    std::vector<RefusedAction> refusals(_refusals.begin(), _refusals.end());
+    _refusals.clear();
+    return refusals;
 }
 
 bool Client::executeOwn(Operation& operation, OperationUPtr& changedOp)
@@ -231,58 +238,113 @@ bool Client::executeOwn(Operation& operation, OperationUPtr& changedOp)
     bool isChanged = false;
     try
     {
-        isChanged = executeStably(_replica.getExecutor(), operation, changedOp, [this] { restoreDocument(_pending); });
+        isChanged = executeStably(_replica.getExecutor(), operation, changedOp);
     }
     catch (...)
     {
-        forgetUndoing(operation);
-        restoreDocument(_pending);
+        restoreDocument();
         throw;
     }
-    const Operation& happened = isChanged ? *changedOp : operation;
-    includeInAll(happened);
-    _pending.push_back(cloneOperation(happened));
+    addPending(cloneOperation(isChanged ? *changedOp : operation), nullptr);
+    return isChanged;
+}
+
+void Client::perform(Operations& operations, std::shared_ptr<const Meaning> meaning)
+{
+    for (const OperationUPtr& operation : operations)
+    {
+        operation->setIDIfNeeded(_nextOperationID);
+    }
+    try
+    {
+        executeAsTheyStand(_replica.getExecutor(), operations);
+    }
+    catch (const InvalidEditError&)
+    {
+        throw;
+    }
+    catch (...)
+    {
+        restoreDocument();
+        throw;
+    }
+    if (!operations.empty())
+    {
+        std::vector<OperationUPtr> parts;
+        for (const OperationUPtr& operation : operations)
+        {
+            parts.push_back(cloneOperation(*operation));
+        }
+        OperationUPtr happened = makeOperationFromParts(std::move(parts));
+        happened->setIDIfNeeded(_nextOperationID);
+        addPending(std::move(happened), std::move(meaning));
+    }
+}
+
+void Client::addPending(OperationUPtr happened, std::shared_ptr<const Meaning> meaning, ActionID undoes)
+{
+    includeInAll(*happened);
     if (_pendingNodes)
     {
-        _pendingNodes->add(happened);
+        _pendingNodes->add(*happened);
     }
-    return isChanged;
+    ++_lastAction;
+    std::vector<LookSetting> formerLooks =
+        meaning ? findFormerLooks(_replica.getAdapter(), *happened, *meaning) : std::vector<LookSetting>();
+    _pending.push_back({std::move(happened), std::move(meaning), _lastAction, _lastAction, std::move(formerLooks)});
+    _ownActions.push_back({_lastAction, _lastAction, undoes, 0});
+    forgetOldActions();
 }
 
 void Client::reverseOwn(const Operation& operation)
 {
-    const bool isLastUnsent = _pending.size() > _underWayCount && _pending.back()->getID() == operation.getID();
+    const bool isLastUnsent =
+        _pending.size() > _underWayCount && _pending.back()._operation->getID() == operation.getID();
     ZEM_ASSERT(isLastUnsent);
-    excludeFromAll(*_pending.back());
+    takeBackLast();
+}
+
+void Client::takeBack(Operations& operations)
+{
+    const auto getLastID = [](const Operation& operation)
+    {
+        const auto* composite = cast<CompositeOperation>(&operation);
+        return composite ? composite->getParts().back()->getID() : operation.getID();
+    };
+    const bool isLastUnsent = !operations.empty() && _pending.size() > _underWayCount &&
+                              getLastID(*_pending.back()._operation) == operations.back()->getID();
+    ZEM_ASSERT(isLastUnsent);
+    takeBackLast();
+}
+
+void Client::takeBackLast()
+{
+    excludeFromAll(*_pending.back()._operation);
     _pendingNodes.reset();
+    const Pending last = std::move(_pending.back());
+    _pending.pop_back();
+    _ownActions.pop_back();
     try
     {
-        _replica.getExecutor().reverse(*_pending.back());
-        _pending.pop_back();
+        _replica.getExecutor().reverse(*last._operation);
     }
     catch (...)
     {
-        // Some deletions can't be taken back exactly (see Rebase).
-        _pending.pop_back();
-        restoreDocument(_pending);
+        // What an observer makes of it doesn't bring the action back.
+        restoreDocument();
     }
 }
 
-/// What is under way stays as the server gets it.
-void Client::composeTyping()
-{
-    if (_composesTyping)
-    {
-        composeNeighbours(_pending, _underWayCount);
-    }
-}
-
-/// They are remembered until pending operations are taken back. What was confirmed meanwhile is no harm among them.
+/// They are remembered until pending operations are taken back. What was acknowledged meanwhile is no harm among them.
 const ChangedNodes& Client::getPendingNodes()
 {
     if (!_pendingNodes)
     {
-        _pendingNodes = std::make_unique<ChangedNodes>(_pending);
+        _pendingNodes = std::make_unique<ChangedNodes>();
+        for (const Pending& pending : _pending)
+        {
+            _pendingNodes->add(*pending._operation);
+        }
     }
     return *_pendingNodes;
 }
@@ -292,60 +354,74 @@ void Client::append(const HistoryEntryPtr& entry)
 {
     ++_revision;
     _checkpoint->append(entry);
+    _undoLog->pass(entry);
 }
 
-/// What was refused here before has no id any more: its author isn't told again when the server rejects it, too.
-void Client::refuse(const Operation& operation, const std::string& reason)
+/// An own action is in the history: `pending`, as it stood here, or what the server made of it.
+void Client::acknowledge(Pending pending, const HistoryEntryPtr& entry)
 {
-    if (const auto id = operation.getID())
+    append(entry);
+    if (entry->_refusal)
     {
-        _refusals.push_back({*id, reason});
+        refuse(pending, *entry->_refusal);
     }
-    forgetUndoing(operation);
+    const bool mayBeUndone = findOwnAction(pending._lastID) != nullptr;
+    if (cast<EmptyOperation>(entry->_action._operation.get()))
+    {
+        forgetAction(pending._lastID);
+    }
+    else if (mayBeUndone)
+    {
+        _undoLog->add(pending._lastID,
+                      {entry->_action._operation, entry->_action._meaning, std::move(pending._formerLooks)});
+    }
 }
 
-/// If `operation` undid something, that may be undone again.
-void Client::forgetUndoing(const Operation& operation)
+void Client::refuse(const Pending& pending, const Refusal& refusal)
 {
-    std::erase_if(_undoings, [&](const auto& undoing) { return undoing.second == operation.getID(); });
+    _refusals.push_back({pending._lastID, refusal});
+    if (_refusals.size() > _settings._refusalsCount)
+    {
+        _refusals.pop_front();
+    }
 }
 
-/// Makes the document again: the copy, what happened since, and the pending operations as they stand.
-void Client::restoreDocument(std::span<const OperationUPtr> pending)
+/// What nothing is left of isn't sent. Of what is under way the place is kept for what the server says.
+void Client::dropRefused()
+{
+    for (std::size_t index = _underWayCount; index < _pending.size();)
+    {
+        if (cast<EmptyOperation>(_pending[index]._operation.get()))
+        {
+            forgetAction(_pending[index]._lastID);
+            _pending.erase(_pending.begin() + static_cast<std::ptrdiff_t>(index));
+            continue;
+        }
+        ++index;
+    }
+}
+
+/// Makes the document again: the copy, what happened since, the pending operations as they stand, and what was done of
+/// an action that isn't among these yet.
+void Client::restoreDocument(std::span<const std::shared_ptr<const Operation>> behindPending)
 {
     _statistics._replayedCount += _checkpoint->getEntries().size();
-    _checkpoint->restore(_replica, pending);
+    std::vector<const Operation*> operations;
+    for (const Pending& pending : _pending)
+    {
+        operations.push_back(pending._operation.get());
+    }
+    for (const auto& operation : behindPending)
+    {
+        operations.push_back(operation.get());
+    }
+    _checkpoint->restore(_replica, operations);
 }
 
 /// A document with pending operations is that of no revision.
 void Client::takeCheckpointIfDue()
 {
-    if (_checkpoint->renewIfDue(_pending.empty() ? &_replica.getDocument() : nullptr))
-    {
-        forgetOldUndoings();
-    }
-}
-
-/// Nobody can undo an operation that is neither kept nor pending any more.
-void Client::forgetOldUndoings()
-{
-    std::set<Operation::Id> knownIDs;
-    const auto addID = [&](const Operation& operation)
-    {
-        if (const auto id = operation.getID())
-        {
-            knownIDs.insert(*id);
-        }
-    };
-    for (const HistoryEntryPtr& entry : _checkpoint->getEntries())
-    {
-        addID(*entry->_operation);
-    }
-    for (const OperationUPtr& operation : _pending)
-    {
-        addID(*operation);
-    }
-    std::erase_if(_undoings, [&](const auto& undoing) { return !knownIDs.contains(undoing.first); });
+    _checkpoint->renewIfDue(_pending.empty() ? &_replica.getDocument() : nullptr);
 }
 
 void Client::includeInAll(const Operation& operation)

@@ -57,6 +57,26 @@ bool ComposedTyping::takeIn(const Operation& operation)
     return marking && takeInRanges(*marking);
 }
 
+bool ComposedTyping::takeInAll(const Operation& operation)
+{
+    const auto* composite = cast<CompositeOperation>(&operation);
+    if (!composite)
+    {
+        return takeIn(operation);
+    }
+    // Where not all of it fits, what was taken in is dropped with the copy.
+    ComposedTyping all = *this;
+    const auto& parts = composite->getParts();
+    const bool isWhole =
+        composite->getKind() == CompositeKind::Plain &&
+        std::all_of(parts.begin(), parts.end(), [&](const OperationUPtr& part) { return all.takeIn(*part); });
+    if (isWhole)
+    {
+        *this = std::move(all);
+    }
+    return isWhole;
+}
+
 template<class Nested>
 bool ComposedTyping::takeInRanges(const ListMultirangeOperationImpl<Nested>& operation)
 {
@@ -72,14 +92,14 @@ bool ComposedTyping::takeInRanges(const ListMultirangeOperationImpl<Nested>& ope
     }
     if (!_model)
     {
-        _model = std::make_unique<ListMultirangeOperationImpl<Nested>>(operation);
+        _model = std::make_shared<ListMultirangeOperationImpl<Nested>>(operation);
     }
     // From the highest to the lowest, none of the ranges that follow moves.
     for (const Nested& nested : nestedOperations)
     {
         takeIn(nested);
     }
-    OperationUPtr& first = std::is_same_v<Nested, Insert> ? _firstInsertion : _firstMarking;
+    auto& first = std::is_same_v<Nested, Insert> ? _firstInsertion : _firstMarking;
     if (!first)
     {
         first = cloneOperation(operation);
@@ -161,40 +181,6 @@ std::vector<OperationUPtr> ComposedTyping::makeOperations() const
         operations.push_back(makeOperation<Mark>(*_model, _firstMarking.get(), _marked));
     }
     return operations;
-}
-
-void composeNeighbours(std::vector<OperationUPtr>& operations, std::size_t first)
-{
-    if (operations.size() < first + 2)
-    {
-        return;
-    }
-    const auto begin = operations.begin() + static_cast<std::ptrdiff_t>(first);
-    std::vector<OperationUPtr> composed;
-    ComposedTyping typing;
-    const auto close = [&]
-    {
-        for (OperationUPtr& operation : typing.makeOperations())
-        {
-            composed.push_back(std::move(operation));
-        }
-        typing = ComposedTyping();
-    };
-    for (auto operation = begin; operation != operations.end(); ++operation)
-    {
-        if (typing.takeIn(**operation))
-        {
-            continue;
-        }
-        close();
-        if (!typing.takeIn(**operation))
-        {
-            composed.push_back(std::move(*operation));
-        }
-    }
-    close();
-    operations.erase(begin, operations.end());
-    std::move(composed.begin(), composed.end(), std::back_inserter(operations));
 }
 
 } // namespace Zem::CollaborationSession

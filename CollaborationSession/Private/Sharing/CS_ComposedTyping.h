@@ -26,6 +26,9 @@ public:
     /// an insertion or marking of bytes alone, or one in another text. Cost: the ranges that are in here.
     bool takeIn(const CollaborationEngine::Operation& operation);
 
+    /// Takes in all of an operation's parts, or nothing.
+    bool takeInAll(const CollaborationEngine::Operation& operation);
+
     bool isEmpty() const
     {
         return !_model;
@@ -53,15 +56,12 @@ private:
     void makeRoomInMarked(unsigned long gap, unsigned long count);
 
     /// The node, and the type of it, of all operations.
-    std::unique_ptr<CollaborationEngine::HierarchicalOperation> _model;
-    CollaborationEngine::OperationUPtr _firstInsertion;
-    CollaborationEngine::OperationUPtr _firstMarking;
+    std::shared_ptr<const CollaborationEngine::HierarchicalOperation> _model;
+    std::shared_ptr<const CollaborationEngine::Operation> _firstInsertion;
+    std::shared_ptr<const CollaborationEngine::Operation> _firstMarking;
     /// Ascending. No two ranges of `_inserted` have one beginning.
     std::vector<Range> _inserted;
     std::vector<Range> _marked;
 };
-
-/// Puts neighbouring keystrokes together, among the operations from the one at `first` on.
-void composeNeighbours(std::vector<CollaborationEngine::OperationUPtr>& operations, std::size_t first);
 
 } // namespace Zem::CollaborationSession

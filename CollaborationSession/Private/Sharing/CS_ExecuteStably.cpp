@@ -2,8 +2,6 @@
 
 #include "Util_Assert.h"
 
-#include <exception>
-
 namespace Zem::CollaborationSession
 {
 
@@ -15,22 +13,9 @@ namespace
 /// Each repair leaves fewer places to repair; two have been enough for all that was seen.
 constexpr int attemptsCount = 8;
 
-void takeBack(OperationExecutor& executor, Operation& operation, CallableRef<void()> restoreDocument)
-{
-    try
-    {
-        executor.reverse(operation);
-    }
-    catch (const std::exception&)
-    {
-        restoreDocument();
-    }
-}
-
 } // namespace
 
-bool executeStably(OperationExecutor& executor, Operation& operation, OperationUPtr& changedOp,
-                   CallableRef<void()> restoreDocument)
+bool executeStably(OperationExecutor& executor, Operation& operation, OperationUPtr& changedOp)
 {
     if (!executor.executeAndChangeIfNeeded(operation, changedOp))
     {
@@ -38,7 +23,7 @@ bool executeStably(OperationExecutor& executor, Operation& operation, OperationU
     }
     for (int attempt = 0; attempt < attemptsCount; ++attempt)
     {
-        takeBack(executor, *changedOp, restoreDocument);
+        executor.reverse(*changedOp);
         OperationUPtr changedAgain;
         if (!executor.executeAndChangeIfNeeded(*changedOp, changedAgain))
         {

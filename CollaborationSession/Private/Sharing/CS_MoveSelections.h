@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Sharing/CS_Messages.h"
+#include "Editing/CS_Action.h"
 
 #include "CE_BaseClientEditingStateTransformer.h"
 

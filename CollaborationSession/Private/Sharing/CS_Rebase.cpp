@@ -1,16 +1,16 @@
 #include "Sharing/CS_Rebase.h"
 
 #include "Sharing/CS_ChangedNodes.h"
-#include "Sharing/CS_ExecuteStably.h"
+#include "Sharing/CS_Checkpoint.h"
 #include "Sharing/CS_MoveSelections.h"
 #include "Sharing/CS_Stopwatch.h"
+#include "Sharing/CS_UndoLog.h"
 
-#include "CE_InverseOperation.h"
+#include "CE_OperationEquality.h"
 
 #include "Util_Assert.h"
 #include "Util_Cast.h"
 
-#include <algorithm>
 #include <exception>
 
 namespace Zem::CollaborationSession
@@ -21,168 +21,221 @@ using namespace CollaborationEngine;
 Client::Rebase::Rebase(Client& client)
     : _client(client)
     , _bridge(client.getTransformer())
+    , _selections(client._selections)
+    , _ownSelection(client._ownSelection)
 {
-    const Stopwatch stopwatch(_client._statistics._reversingTime);
     _client.composeTyping();
     _client._pendingNodes.reset();
+    takeBackPending();
+}
+
+Client::Rebase::~Rebase()
+{
+    if (!_isFinished)
+    {
+        _client.restoreDocument();
+    }
+}
+
+void Client::Rebase::takeBackPending()
+{
+    const Stopwatch stopwatch(_client._statistics._reversingTime);
     for (auto pending = _client._pending.rbegin(); pending != _client._pending.rend(); ++pending)
     {
-        _client.excludeFromAll(**pending);
+        onTakenBack(*pending->_operation);
     }
     try
     {
         for (auto pending = _client._pending.rbegin(); pending != _client._pending.rend(); ++pending)
         {
-            _client._replica.getExecutor().reverse(**pending);
+            _client._replica.getExecutor().reverse(*pending->_operation);
         }
     }
     catch (const std::exception&)
     {
-        // The grammar of texts lets a paragraph stay open behind an atomic run that an atomic block follows. What
-        // closed it can't be taken back then.
-        _client.restoreDocument({});
+        // Every operation that ran can be taken back; a document that doesn't let it isn't what it should be. The copy
+        // is, and `Statistics` tells that it was needed.
+        restore({});
     }
 }
 
 void Client::Rebase::takeIn(const HistoryEntryPtr& entry)
 {
     const bool isOwn = entry->_author == _client._id;
-    const OperationUPtr oldest = isOwn ? takeOldest() : nullptr;
-    const OperationUPtr planned = isOwn ? place(*oldest)._planned : nullptr;
+    const bool isUnderWay = !isOwn || _acknowledgedCount < _client._underWayCount;
+    ZEM_ASSERT(isUnderWay);
+    if (isOwn)
     {
-        const Stopwatch stopwatch(_client._statistics._executingTime);
-        _client._replica.executeAgain(*entry->_operation);
+        std::vector<LookSetting> formerLooks = takeInOwn(*entry);
+        _entries.push_back({entry, static_cast<std::ptrdiff_t>(_acknowledgedCount++), std::move(formerLooks)});
     }
-    if (planned)
+    else
     {
-        followChangedInsertion(*planned, *entry->_operation, _client._ownSelection);
+        takeInOther(*entry);
+        _entries.push_back({entry, -1, {}});
     }
-    _client.includeInAll(*entry->_operation);
     ++_client._statistics._executedCount;
-    _client.append(entry);
-    if (!isOwn)
+}
+
+void Client::Rebase::takeInOther(const HistoryEntry& entry)
+{
+    const Stopwatch stopwatch(_client._statistics._executingTime);
+    _client._replica.executeAgain(*entry._action._operation);
+    onCarriedOut(*entry._action._operation, *entry._action._operation);
+    _bridge.append(entry._action);
+}
+
+/// What the server made of the action is mostly what this client makes of it.
+std::vector<LookSetting> Client::Rebase::takeInOwn(const HistoryEntry& entry)
+{
+    const Action own = getAction(_acknowledgedCount);
+    Bridge::Mark before = _bridge.getMark();
+    const ActionRunner::Outcome predicted =
+        ActionRunner(_client._replica, _bridge, _client._statistics, *this).run(own);
+    if (!areDeeplyEqual(*predicted._happened._operation, *entry._action._operation))
     {
-        _bridge.append(std::shared_ptr<const Operation>(entry->_operation));
+        executeInstead(own, *predicted._happened._operation, std::move(before), *entry._action._operation);
     }
-    else if (planned)
+    return findFormerLooks(entry._action);
+}
+
+std::vector<LookSetting> Client::Rebase::findFormerLooks(const Action& happened) const
+{
+    return happened._meaning
+               ? CollaborationSession::findFormerLooks(_client.getAdapter(), *happened._operation, *happened._meaning)
+               : std::vector<LookSetting>();
+}
+
+void Client::Rebase::executeInstead(const Action& own, const Operation& predicted, Bridge::Mark before,
+                                    const Operation& happened)
+{
+    _client._replica.getExecutor().reverse(*cloneOperation(predicted));
+    onTakenBack(predicted);
+    _bridge.returnTo(std::move(before));
+    const OperationUPtr planned = _bridge.cross(*own._operation);
+    _client._replica.executeAgain(happened);
+    onCarriedOut(*planned, happened);
+    _bridge.appendChange(*own._operation, *planned, happened);
+}
+
+/// It comes in the state of the history, in which the document is.
+void Client::Rebase::takeIn(const SelectionMoved& moved)
+{
+    Selections& selections = moved._client == _client._id ? _ownSelection : _selections;
+    selections.erase(moved._client);
+    if (moved._selection)
     {
-        _bridge.appendChange(*oldest, *planned, *entry->_operation);
+        selections.emplace(moved._client, *moved._selection);
     }
 }
 
-void Client::Rebase::takeIn(const OperationRejected& rejection)
+Action Client::Rebase::getAction(std::size_t index) const
 {
-    const OperationUPtr oldest = takeOldest();
-    _client.refuse(*oldest, rejection._reason);
-    if (place(*oldest)._planned)
-    {
-        leaveOut(*oldest);
-    }
+    const Pending& pending = _client._pending[index];
+    return {cloneOperation(*pending._operation), pending._meaning};
 }
 
 void Client::Rebase::finish()
 {
-    std::vector<OperationUPtr> pending = std::move(_client._pending);
-    _client._pending.clear();
-    for (std::size_t index = 0; index < pending.size(); ++index)
+    for (std::size_t index = _acknowledgedCount; index < _client._pending.size(); ++index)
     {
-        OperationUPtr happened = doAgain(*pending[index]);
-        if (!happened && index < _client._underWayCount)
+        runAgain(index);
+    }
+    _isFinished = true;
+    commit();
+}
+
+void Client::Rebase::runAgain(std::size_t index)
+{
+    ++_client._statistics._rebasedCount;
+    ActionRunner::Outcome outcome =
+        ActionRunner(_client._replica, _bridge, _client._statistics, *this).run(getAction(index));
+    const Pending& pending = _client._pending[index];
+    _again.push_back({cloneOperation(*outcome._happened._operation), outcome._happened._meaning, pending._firstID,
+                      pending._lastID, findFormerLooks(outcome._happened)});
+    // What is under way, the server judges.
+    if (outcome._refusal && index >= _client._underWayCount)
+    {
+        _refusals.emplace_back(index, *outcome._refusal);
+    }
+}
+
+void Client::Rebase::commit()
+{
+    for (Entry& entry : _entries)
+    {
+        if (entry._acknowledged < 0)
         {
-            happened = std::make_unique<EmptyOperation>();
+            _client.append(entry._entry);
         }
-        if (happened)
+        else
         {
-            _again.push_back(std::move(happened));
+            Pending& acknowledged = _client._pending[static_cast<std::size_t>(entry._acknowledged)];
+            acknowledged._formerLooks = std::move(entry._formerLooks);
+            _client.acknowledge(std::move(acknowledged), entry._entry);
         }
     }
+    for (const auto& [index, refusal] : _refusals)
+    {
+        _client.refuse(_client._pending[index], refusal);
+    }
+    _client._underWayCount -= _acknowledgedCount;
+    _client._selections = std::move(_selections);
+    _client._ownSelection = std::move(_ownSelection);
     _client._pending = std::move(_again);
+    _client.dropRefused();
 }
 
-/// The oldest pending operation, which is under way no more.
-OperationUPtr Client::Rebase::takeOldest()
+void Client::Rebase::onCarriedOut(const Operation& planned, const Operation& happened)
 {
-    const bool isUnderWay = _client._underWayCount > 0;
-    ZEM_ASSERT(isUnderWay);
-    OperationUPtr oldest = std::move(_client._pending.front());
-    _client._pending.erase(_client._pending.begin());
-    --_client._underWayCount;
-    return oldest;
+    followChangedInsertion(planned, happened, _ownSelection);
+    includeInSelections(_client._selectionTransformer, happened, _selections);
+    includeInSelections(_client._selectionTransformer, happened, _ownSelection);
 }
 
-/// Nothing that was made behind an operation that can't be placed can be placed either.
-Client::Rebase::Placement Client::Rebase::place(const Operation& operation)
+void Client::Rebase::onTakenBack(const Operation& happened)
 {
-    const Stopwatch stopwatch(_client._statistics._transformingTime);
-    if (!_isBridgeWhole)
-    {
-        return {nullptr, "It was made behind one that can't be placed any more."};
-    }
-    try
-    {
-        return {_bridge.cross(operation), std::string()};
-    }
-    catch (const std::exception& error)
-    {
-        _isBridgeWhole = false;
-        return {nullptr, error.what()};
-    }
+    excludeFromSelections(_client._selectionTransformer, happened, _selections);
+    excludeFromSelections(_client._selectionTransformer, happened, _ownSelection);
 }
 
-/// What happened; null if the operation was refused.
-OperationUPtr Client::Rebase::doAgain(const Operation& operation)
+void Client::Rebase::forEachBefore(CallableRef<bool(const Operation&)> pass) const
 {
-    Placement placement = place(operation);
-    if (!placement._planned)
+    for (auto pending = _again.rbegin(); pending != _again.rend(); ++pending)
     {
-        _client.refuse(operation, placement._whyNot);
-        return nullptr;
+        if (!pass(*pending->_operation))
+        {
+            return;
+        }
     }
-    return executeAgain(operation, std::move(placement._planned));
+    for (auto entry = _entries.rbegin(); entry != _entries.rend(); ++entry)
+    {
+        if (!pass(*entry->_entry->_action._operation))
+        {
+            return;
+        }
+    }
+    _client._undoLog->forEachEntry(pass);
 }
 
-/// What happened; null if the document refused it with a failure.
-OperationUPtr Client::Rebase::executeAgain(const Operation& original, OperationUPtr planned)
+/// The client's copy, what has come in since, and what of the pending actions has run again.
+void Client::Rebase::restore(std::span<const ActionRunner::OperationPtr> done)
 {
-    Statistics& statistics = _client._statistics;
-    ++statistics._rebasedCount;
-    statistics._shadowedCount += cast<ShadowedOperation>(planned.get()) ? 1 : 0;
-    OperationUPtr changed;
-    try
+    std::vector<const Operation*> operations;
+    for (const Entry& entry : _entries)
     {
-        const Stopwatch stopwatch(statistics._executingTime);
-        executeStably(_client._replica.getExecutor(), *planned, changed, [this] { _client.restoreDocument(_again); });
+        operations.push_back(entry._entry->_action._operation.get());
     }
-    catch (const std::exception& error)
+    for (const Pending& pending : _again)
     {
-        ++statistics._rejectedCount;
-        _client.refuse(*planned, error.what());
-        _client.restoreDocument(_again);
-        leaveOut(original);
-        return nullptr;
+        operations.push_back(pending._operation.get());
     }
-    if (changed)
+    for (const ActionRunner::OperationPtr& operation : done)
     {
-        ++statistics._changedCount;
-        _bridge.appendChange(original, *planned, *changed);
-        followChangedInsertion(*planned, *changed, _client._ownSelection);
-        planned = std::move(changed);
+        operations.push_back(operation.get());
     }
-    _client.includeInAll(*planned);
-    return planned;
-}
-
-/// What was made behind an operation goes on without it.
-void Client::Rebase::leaveOut(const Operation& original)
-{
-    try
-    {
-        _bridge.refuse(original);
-    }
-    catch (const std::exception&)
-    {
-        _isBridgeWhole = false;
-    }
+    _client._statistics._replayedCount += _client._checkpoint->getEntries().size();
+    _client._checkpoint->restore(_client._replica, operations);
 }
 
 } // namespace Zem::CollaborationSession

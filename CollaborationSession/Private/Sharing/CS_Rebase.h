@@ -1,49 +1,77 @@
 #pragma once
 
+#include "Sharing/CS_ActionRunner.h"
 #include "Sharing/CS_Bridge.h"
 #include "Sharing/CS_Client.h"
 
-#include <string>
+#include <utility>
 #include <vector>
 
 namespace Zem::CollaborationSession
 {
 
-/// What a client does while others' operations come in: the pending ones are taken back, what happened is executed, and
-/// the pending ones are brought past that and executed again.
-class Client::Rebase
+/// What a client does while others' actions come in: the pending ones are taken back, what happened is executed, and
+/// the pending ones are brought past that and run again.
+///
+/// All that comes of it is built aside, but for the document, and `finish` puts it in place. If anything fails before,
+/// the document is made again from what the client still has: nothing has happened then.
+class Client::Rebase final : private ActionRunner::Host
 {
 public:
-    /// Takes the pending operations back.
+    /// Takes the pending actions back.
     explicit Rebase(Client& client);
+    ~Rebase() override;
+
+    Rebase(const Rebase&) = delete;
+    Rebase& operator=(const Rebase&) = delete;
 
     void takeIn(const HistoryEntryPtr& entry);
-    void takeIn(const OperationRejected& rejection);
+    void takeIn(const SelectionMoved& moved);
 
-    /// Executes the pending operations again. Must be called in the end.
+    std::size_t getEntriesCount() const
+    {
+        return _entries.size();
+    }
+
+    /// Runs the pending actions again. Nothing is to be called behind it.
     void finish();
 
 private:
-    /// An operation past the bridge; or null, and why there is no place for it.
-    struct Placement
+    /// An entry of the history, and the own action that it acknowledges, or -1.
+    struct Entry
     {
-        CollaborationEngine::OperationUPtr _planned;
-        std::string _whyNot;
+        HistoryEntryPtr _entry;
+        std::ptrdiff_t _acknowledged;
+        std::vector<LookSetting> _formerLooks;
     };
 
-    CollaborationEngine::OperationUPtr takeOldest();
-    Placement place(const CollaborationEngine::Operation& operation);
-    CollaborationEngine::OperationUPtr doAgain(const CollaborationEngine::Operation& operation);
-    CollaborationEngine::OperationUPtr executeAgain(const CollaborationEngine::Operation& original,
-                                                    CollaborationEngine::OperationUPtr planned);
-    void leaveOut(const CollaborationEngine::Operation& original);
+    void takeBackPending();
+    std::vector<LookSetting> takeInOwn(const HistoryEntry& entry);
+    void takeInOther(const HistoryEntry& entry);
+    void executeInstead(const Action& own, const CollaborationEngine::Operation& predicted, Bridge::Mark before,
+                        const CollaborationEngine::Operation& happened);
+    Action getAction(std::size_t index) const;
+    std::vector<LookSetting> findFormerLooks(const Action& happened) const;
+    void runAgain(std::size_t index);
+    void commit();
+
+    void onCarriedOut(const CollaborationEngine::Operation& planned,
+                      const CollaborationEngine::Operation& happened) override;
+    void onTakenBack(const CollaborationEngine::Operation& happened) override;
+    void restore(std::span<const ActionRunner::OperationPtr> done) override;
+    void forEachBefore(CallableRef<bool(const CollaborationEngine::Operation&)> pass) const override;
 
     Client& _client;
     Bridge _bridge;
-    /// False once an operation couldn't be brought past the bridge: nothing that was made behind it can be placed.
-    bool _isBridgeWhole = true;
-    /// The pending operations that run again.
-    std::vector<CollaborationEngine::OperationUPtr> _again;
+    std::vector<Entry> _entries;
+    /// How many of the pending actions were acknowledged.
+    std::size_t _acknowledgedCount = 0;
+    /// What became of the others.
+    std::deque<Pending> _again;
+    std::vector<std::pair<std::size_t, Refusal>> _refusals;
+    Selections _selections;
+    Selections _ownSelection;
+    bool _isFinished = false;
 };
 
 } // namespace Zem::CollaborationSession

@@ -6,6 +6,7 @@
 
 #include "CE_OperationEquality.h"
 
+#include <string>
 #include <utility>
 #include <variant>
 
@@ -26,23 +27,36 @@ void Client::Receipt::takeIn(std::span<const ServerMessage> messages)
     }
 }
 
-void Client::Receipt::giveUp()
+/// How much of the history was taken in.
+Revision Client::Receipt::getRevision() const
 {
-    if (_savepoint)
-    {
-        std::move(*_savepoint).restore(_client);
-    }
+    return _client._revision + (_rebase ? _rebase->getEntriesCount() : 0);
 }
 
-void Client::Receipt::takeIn(const OperationHappened& happened)
+/// False for what came before. Fails: `InvalidMessageError` for what lies behind a gap.
+bool Client::Receipt::isNext(Revision revision) const
 {
+    if (revision > getRevision() + 1)
+    {
+        throw InvalidMessageError("Revision " + std::to_string(getRevision() + 1) + " was expected, not " +
+                                  std::to_string(revision));
+    }
+    return revision == getRevision() + 1;
+}
+
+void Client::Receipt::takeIn(const ActionHappened& happened)
+{
+    if (!isNext(happened._revision))
+    {
+        return;
+    }
     if (_rebase)
     {
         _rebase->takeIn(happened._entry);
     }
-    else if (confirms(*happened._entry))
+    else if (isAcknowledgement(*happened._entry))
     {
-        confirm(happened._entry);
+        acknowledge(happened._entry);
     }
     else if (isBesidePending(*happened._entry))
     {
@@ -54,49 +68,50 @@ void Client::Receipt::takeIn(const OperationHappened& happened)
     }
 }
 
-void Client::Receipt::takeIn(const OperationRejected& rejected)
+void Client::Receipt::takeIn(const TooFarBehind&)
 {
-    // One that came in before the connection broke may come again.
-    if (rejected._number > _client._lastNumber - _client._underWayCount)
-    {
-        getRebase().takeIn(rejected);
-    }
+    _client._isTooFarBehind = true;
 }
 
 /// It comes in the state of the server: what is pending, and in the document, is what it has to be moved past.
 void Client::Receipt::takeIn(const SelectionMoved& moved)
 {
-    const bool isOwn = moved._client == _client._id;
-    if (isOwn && _client._isSelectionNew)
+    if (isNext(moved._revision + 1))
     {
-        return;
-    }
-    Selections& selections = isOwn ? _client._ownSelection : _client._selections;
-    selections.erase(moved._client);
-    if (!moved._selection)
-    {
-        return;
-    }
-    Selections single = {{moved._client, *moved._selection}};
-    if (!_rebase)
-    {
-        for (const OperationUPtr& operation : _client._pending)
+        const bool isOwn = moved._client == _client._id;
+        if (isOwn && _client._isSelectionNew)
         {
-            includeInSelections(_client._selectionTransformer, *operation, single);
+            return;
+        }
+        if (_rebase)
+        {
+            _rebase->takeIn(moved);
+            return;
+        }
+        Selections& selections = isOwn ? _client._ownSelection : _client._selections;
+        selections.erase(moved._client);
+        if (moved._selection)
+        {
+            Selections single = {{moved._client, *moved._selection}};
+            for (const Pending& pending : _client._pending)
+            {
+                includeInSelections(_client._selectionTransformer, *pending._operation, single);
+            }
+            selections.merge(single);
         }
     }
-    selections.merge(single);
 }
 
-/// Whether the entry is the oldest own operation, as it stands here.
-bool Client::Receipt::confirms(const HistoryEntry& entry) const
+/// Whether the entry is the oldest own action, as it stands here.
+bool Client::Receipt::isAcknowledgement(const HistoryEntry& entry) const
 {
     return entry._author == _client._id && _client._underWayCount > 0 &&
-           areDeeplyEqual(*_client._pending.front(), *entry._operation);
+           areDeeplyEqual(*_client._pending.front()._operation, *entry._action._operation);
 }
 
-void Client::Receipt::confirm(const HistoryEntryPtr& entry)
+void Client::Receipt::acknowledge(const HistoryEntryPtr& entry)
 {
+    _client.acknowledge(std::move(_client._pending.front()), entry);
     _client._pending.erase(_client._pending.begin());
     if (_client._pending.empty())
     {
@@ -104,13 +119,12 @@ void Client::Receipt::confirm(const HistoryEntryPtr& entry)
     }
     --_client._underWayCount;
     ++_client._statistics._confirmedCount;
-    _client.append(entry);
 }
 
 bool Client::Receipt::isBesidePending(const HistoryEntry& entry) const
 {
     return !_client._alwaysTakesBack && entry._author != _client._id &&
-           _client.getPendingNodes().commuteWith(*entry._operation);
+           _client.getPendingNodes().commuteWith(*entry._action._operation);
 }
 
 /// Both orders of the operation and of what is pending make one document, so that the entry may stand in front of these
@@ -121,14 +135,14 @@ void Client::Receipt::executeBesidePending(const HistoryEntryPtr& entry)
     try
     {
         const Stopwatch stopwatch(_client._statistics._executingTime);
-        _client._replica.executeAgain(*entry->_operation);
+        _client._replica.executeAgain(*entry->_action._operation);
     }
     catch (...)
     {
-        _client.restoreDocument(_client._pending);
+        _client.restoreDocument();
         throw;
     }
-    _client.includeInAll(*entry->_operation);
+    _client.includeInAll(*entry->_action._operation);
     ++_client._statistics._executedCount;
     _client._statistics._besidePendingCount += _client._pending.empty() ? 0 : 1;
     _client.append(entry);
@@ -139,8 +153,7 @@ Client::Rebase& Client::Receipt::getRebase()
     if (!_rebase)
     {
         _hasExecuted = true;
-        _savepoint.emplace(_client);
-        _rebase.emplace(_client);
+        _rebase = std::make_unique<Rebase>(_client);
     }
     return *_rebase;
 }

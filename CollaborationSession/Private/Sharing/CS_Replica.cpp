@@ -1,6 +1,6 @@
 #include "Sharing/CS_Replica.h"
 
-#include "DClb_DocumentOperationTransformer.h"
+#include "Sharing/CS_SettlingTransformer.h"
 
 #include "Util_Assert.h"
 
@@ -13,7 +13,7 @@ Replica::Replica(DocumentKind kind, const DOM::Document& document)
     : _kind(kind)
     , _document(document)
     , _adapter(makeDocumentAdapter(kind, _document))
-    , _transformer(std::make_shared<DOMCollaboration::DocumentOperationTransformer>())
+    , _transformer(std::make_shared<SettlingTransformer>())
     , _notifications(std::make_shared<ObserverFanOut>())
     , _executor(std::make_unique<DOMCollaboration::DocumentOperationExecutor>(_adapter, _transformer, _notifications))
 {

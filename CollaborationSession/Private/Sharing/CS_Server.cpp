@@ -1,17 +1,16 @@
 #include "Sharing/CS_Server.h"
 
+#include "Sharing/CS_ActionRunner.h"
+#include "Sharing/CS_Admission.h"
 #include "Sharing/CS_Bridge.h"
-#include "Sharing/CS_ExecuteStably.h"
 #include "Sharing/CS_MoveSelections.h"
-#include "Sharing/CS_Stopwatch.h"
+#include "Sharing/CS_RequireThrowingHandler.h"
 
-#include "CE_InverseOperation.h"
 #include "DClb_DocumentPositionTransformer.h"
 
 #include "Util_Cast.h"
 
 #include <algorithm>
-#include <exception>
 #include <string>
 #include <utility>
 
@@ -20,11 +19,13 @@ namespace Zem::CollaborationSession
 
 using namespace CollaborationEngine;
 
-Server::Server(DocumentKind kind, const DOM::Document& document, Revision checkpointInterval)
+Server::Server(DocumentKind kind, const DOM::Document& document, ServerSettings settings)
     : _replica(kind, document)
     , _selectionTransformer(std::make_shared<DOMCollaboration::DocumentPositionTransformer>())
-    , _checkpointInterval(checkpointInterval)
+    , _settings(settings)
+    , _slotsBound(countSlots(document))
 {
+    requireThrowingHandler();
     takeCheckpoint();
 }
 
@@ -32,13 +33,30 @@ Server::~Server() = default;
 
 std::pair<ClientID, Snapshot> Server::join(Outbox outbox)
 {
+    if (_clients.size() >= _settings._limits._members || _lastClient >= highestClientID)
+    {
+        throw InvalidBatchError("The document is shared by as many clients as may be");
+    }
     ConnectedClient client;
     client._outbox = std::move(outbox);
     client._base = _checkpointRevision;
     _clients.emplace(++_lastClient, std::move(client));
+    return {_lastClient, makeSnapshot()};
+}
+
+Snapshot Server::rejoin(ClientID clientID, Outbox outbox)
+{
+    ConnectedClient& client = findClient(clientID);
+    client._outbox = std::move(outbox);
+    client._base = _checkpointRevision;
+    client._isTooFarBehind = false;
+    return makeSnapshot();
+}
+
+Snapshot Server::makeSnapshot() const
+{
     const auto firstEntry = _history.begin() + static_cast<std::ptrdiff_t>(_checkpointRevision - _firstRevision);
-    return {_lastClient,
-            Snapshot{_replica.getKind(), _checkpoint, _checkpointRevision, {firstEntry, _history.end()}, _selections}};
+    return {_replica.getKind(), _checkpoint, _checkpointRevision, {firstEntry, _history.end()}, _selections};
 }
 
 void Server::disconnect(ClientID client)
@@ -55,32 +73,33 @@ void Server::reconnect(ClientID clientID, Revision revision, Outbox outbox)
                                 std::to_string(revision));
     }
     client._outbox = std::move(outbox);
-    auto rejection = client._rejections.begin();
-    for (Revision current = revision;; ++current)
+    if (client._isTooFarBehind)
     {
-        for (; rejection != client._rejections.end() && rejection->first <= current; ++rejection)
-        {
-            send(client, rejection->second);
-        }
-        if (current == getRevision())
-        {
-            break;
-        }
-        send(client, OperationHappened{_history[current - _firstRevision]});
+        send(client, TooFarBehind());
+        return;
     }
-    // The client tells its own selection again, and hears then where that is.
-    for (const auto& [leftAt, owner] : _lostSelections)
+    for (Revision current = revision; current < getRevision(); ++current)
+    {
+        send(client, ActionHappened{current + 1, _history[current - _firstRevision]});
+    }
+    sendSelections(client, clientID);
+}
+
+/// The client tells its own selection again, and hears then where that is.
+void Server::sendSelections(ConnectedClient& client, ClientID clientID)
+{
+    for (const auto& [owner, leftAt] : _lostSelections)
     {
         if (leftAt >= client._base && owner != clientID)
         {
-            send(client, SelectionMoved{owner, nullptr});
+            send(client, SelectionMoved{getRevision(), owner, nullptr});
         }
     }
     for (const auto& [owner, selection] : _selections)
     {
         if (owner != clientID)
         {
-            send(client, SelectionMoved{owner, std::make_shared<Selection>(selection)});
+            send(client, SelectionMoved{getRevision(), owner, std::make_shared<Selection>(selection)});
         }
     }
 }
@@ -89,10 +108,9 @@ void Server::leave(ClientID client)
 {
     findClient(client);
     _clients.erase(client);
-    if (_selections.erase(client) > 0)
+    if (_selections.contains(client))
     {
-        _lostSelections.emplace_back(getRevision(), client);
-        sendToAll(SelectionMoved{client, nullptr});
+        loseSelection(client);
     }
     trimHistory();
 }
@@ -100,133 +118,120 @@ void Server::leave(ClientID client)
 void Server::receive(ClientID clientID, const ClientBatch& batch)
 {
     ConnectedClient& client = findClient(clientID);
-    const std::size_t count = batch._operations.size();
+    const std::size_t count = batch._actions.size();
     const bool hasArrivedBefore = count > 0 && batch._firstNumber > 0 && batch._firstNumber <= client._lastNumber &&
                                   count - 1 <= client._lastNumber - batch._firstNumber;
-    if (hasArrivedBefore)
+    if (hasArrivedBefore || client._isTooFarBehind)
     {
         return;
     }
     requireValid(client, batch);
+    requireAdmissible(clientID, batch);
     client._base = batch._base;
-    std::erase_if(client._rejections, [&](const auto& rejection) { return rejection.first < batch._base; });
-
-    Bridge bridge(_replica.getTransformer());
-    for (Revision revision = batch._base; revision < getRevision(); ++revision)
+    if (!batch._actions.empty() || batch._selection)
     {
-        bridge.append(std::shared_ptr<const Operation>(_history[revision - _firstRevision]->_operation));
+        Bridge bridge = makeBridge(batch._base);
+        for (const Action& action : batch._actions)
+        {
+            takeIn(clientID, ++client._lastNumber, action, bridge);
+        }
+        if (batch._selection)
+        {
+            takeInSelection(clientID, *batch._selection, bridge);
+        }
     }
-    bool isBridgeWhole = true;
-    for (const auto& operation : batch._operations)
-    {
-        const unsigned long number = ++client._lastNumber;
-        isBridgeWhole = isBridgeWhole ? takeIn(clientID, number, *operation, bridge)
-                                      : reject(clientID, number, "It was made behind one that fits no document.");
-    }
-    if (batch._selection)
-    {
-        takeInSelection(clientID, isBridgeWhole ? batch._selection.get() : nullptr, bridge);
-    }
-    if (getRevision() - _checkpointRevision >= _checkpointInterval)
+    if (getRevision() - _checkpointRevision >= _settings._checkpointInterval)
     {
         takeCheckpoint();
     }
 }
 
-/// Whether the bridge still begins where the next operation begins.
-bool Server::takeIn(ClientID author, unsigned long number, const Operation& operation, Bridge& bridge)
+/// What happened since a revision.
+Bridge Server::makeBridge(Revision base) const
 {
-    OperationUPtr planned;
-    try
+    Bridge bridge(_replica.getTransformer());
+    for (Revision revision = base; revision < getRevision(); ++revision)
     {
-        const Stopwatch stopwatch(_statistics._transformingTime);
-        planned = bridge.cross(operation);
+        bridge.append(_history[revision - _firstRevision]->_action);
     }
-    catch (const std::exception& error)
-    {
-        return reject(author, number, error.what());
-    }
-    if (OperationUPtr happened = execute(author, number, operation, std::move(planned), bridge))
-    {
-        append(author, number, std::move(happened));
-        return true;
-    }
-    try
-    {
-        bridge.refuse(operation);
-        return true;
-    }
-    catch (const std::exception&)
-    {
-        // An operation that can't even be taken back: nothing that was made behind it can be placed.
-        return false;
-    }
+    return bridge;
 }
 
-/// What happened. Null if `planned` failed: the document is as it was before, and the author knows.
-OperationUPtr Server::execute(ClientID author, unsigned long number, const Operation& original, OperationUPtr planned,
-                              Bridge& bridge)
+class Server::RunnerHost final : public ActionRunner::Host
 {
-    try
+public:
+    explicit RunnerHost(Server& server)
+        : _server(server)
     {
-        const Stopwatch stopwatch(_statistics._executingTime);
-        OperationUPtr changed;
-        if (!executeStably(_replica.getExecutor(), *planned, changed, [this] { restoreDocument(); }))
+    }
+
+    void onCarriedOut(const Operation&, const Operation& happened) override
+    {
+        includeInSelections(_server._selectionTransformer, happened, _server._selections);
+    }
+
+    void onTakenBack(const Operation& happened) override
+    {
+        excludeFromSelections(_server._selectionTransformer, happened, _server._selections);
+    }
+
+    void restore(std::span<const ActionRunner::OperationPtr> done) override
+    {
+        _server.restoreDocument(done);
+    }
+
+    void forEachBefore(CallableRef<bool(const Operation&)> pass) const override
+    {
+        const auto& history = _server._history;
+        for (auto entry = history.rbegin(); entry != history.rend(); ++entry)
         {
-            return planned;
+            if (!pass(*(*entry)->_action._operation))
+            {
+                return;
+            }
         }
-        bridge.appendChange(original, *planned, *changed);
-        ++_statistics._changedCount;
-        return changed;
     }
-    catch (const std::exception& error)
-    {
-        restoreDocument();
-        reject(author, number, error.what());
-        return nullptr;
-    }
-}
 
-/// False, for the sake of its callers.
-bool Server::reject(ClientID author, unsigned long number, const std::string& reason)
+private:
+    Server& _server;
+};
+
+void Server::takeIn(ClientID author, unsigned long number, const Action& action, Bridge& bridge)
 {
-    ++_statistics._rejectedCount;
-    ConnectedClient& client = findClient(author);
-    const OperationRejected rejection{number, reason};
-    client._rejections.emplace_back(getRevision(), rejection);
-    send(client, rejection);
-    return false;
+    RunnerHost host(*this);
+    ActionRunner::Outcome outcome = ActionRunner(_replica, bridge, _statistics, host).run(action);
+    append({author, number, std::move(outcome._happened), std::move(outcome._refusal)});
 }
 
-void Server::append(ClientID author, unsigned long number, OperationUPtr operation)
+void Server::append(HistoryEntry entry)
 {
     ++_statistics._executedCount;
-    _statistics._shadowedCount += cast<ShadowedOperation>(operation.get()) ? 1 : 0;
-    includeInSelections(_selectionTransformer, *operation, _selections);
-    auto entry = std::make_shared<HistoryEntry>(HistoryEntry{author, number, std::move(operation)});
-    _history.push_back(entry);
-    sendToAll(OperationHappened{std::move(entry)});
+    _slotsBound += countInsertedSlots(*entry._action._operation);
+    _history.push_back(std::make_shared<HistoryEntry>(std::move(entry)));
+    sendToAll(ActionHappened{getRevision(), _history.back()});
 }
 
-/// Null for one that can't be placed. The owner hears of it, too, so that all have the same.
-void Server::takeInSelection(ClientID client, const Selection* selection, Bridge& bridge)
+/// The owner hears of it, too, so that all have the same.
+void Server::takeInSelection(ClientID client, const Selection& selection, Bridge& bridge)
 {
     _selections.erase(client);
-    if (selection)
+    Selections moved = {{client, selection}};
+    bridge.follow(_selectionTransformer, moved);
+    if (moved.empty())
     {
-        Selections moved = {{client, *selection}};
-        bridge.follow(_selectionTransformer, moved);
-        _selections.merge(moved);
-    }
-    const auto placed = _selections.find(client);
-    if (placed == _selections.end())
-    {
-        _lostSelections.emplace_back(getRevision(), client);
-        sendToAll(SelectionMoved{client, nullptr});
+        loseSelection(client);
         return;
     }
-    placed->second.clearCache();
-    sendToAll(SelectionMoved{client, std::make_shared<const Selection>(placed->second)});
+    moved.begin()->second.clearCache();
+    sendToAll(SelectionMoved{getRevision(), client, std::make_shared<const Selection>(moved.begin()->second)});
+    _selections.merge(moved);
+}
+
+void Server::loseSelection(ClientID client)
+{
+    _selections.erase(client);
+    _lostSelections[client] = getRevision();
+    sendToAll(SelectionMoved{getRevision(), client, nullptr});
 }
 
 Server::ConnectedClient& Server::findClient(ClientID client)
@@ -247,12 +252,35 @@ void Server::requireValid(const ConnectedClient& client, const ClientBatch& batc
     }
     if (batch._firstNumber != client._lastNumber + 1)
     {
-        throw InvalidBatchError("Operation " + std::to_string(client._lastNumber + 1) + " was expected, not " +
+        throw InvalidBatchError("Action " + std::to_string(client._lastNumber + 1) + " was expected, not " +
                                 std::to_string(batch._firstNumber));
     }
-    if (std::find(batch._operations.begin(), batch._operations.end(), nullptr) != batch._operations.end())
+    if (std::any_of(batch._actions.begin(), batch._actions.end(),
+                    [](const Action& action) { return !action._operation; }))
     {
-        throw InvalidBatchError("A batch holds no null operations");
+        throw InvalidBatchError("Each action of a batch has an operation");
+    }
+}
+
+/// Nothing is done with what a stranger sends before it was looked at.
+void Server::requireAdmissible(ClientID author, const ClientBatch& batch) const
+{
+    BatchAdmission admission(author, _slotsBound, _settings._limits);
+    for (const Action& action : batch._actions)
+    {
+        // Of an undo all that is left may be what it brings along of somebody else's.
+        admission.requireWellFormed(*action._operation, action._meaning && action._meaning->_isUndo);
+        if (action._meaning)
+        {
+            for (const LookSetting& look : action._meaning->_looks)
+            {
+                admission.requireWellFormed(look._stretch);
+            }
+        }
+    }
+    if (batch._selection)
+    {
+        admission.requireWellFormed(*batch._selection);
     }
 }
 
@@ -277,25 +305,36 @@ void Server::sendToAll(const ServerMessage& message)
 {
     for (auto& [id, client] : _clients)
     {
-        send(client, message);
+        if (!client._isTooFarBehind)
+        {
+            send(client, message);
+        }
     }
 }
 
-/// A failed execution may have changed a part: the document is made again from the copy and what happened since. A new
-/// copy then keeps the next failure from executing the same entries again.
-void Server::restoreDocument()
+/// A failed execution may have changed a part: the document is made again from the copy and what happened since. The
+/// copy is brought up to date, so that the next failure doesn't execute the same entries again.
+void Server::restoreDocument(std::span<const ActionRunner::OperationPtr> done)
 {
     std::vector<const Operation*> operations;
     for (Revision revision = _checkpointRevision; revision < getRevision(); ++revision)
     {
-        operations.push_back(_history[revision - _firstRevision]->_operation.get());
+        operations.push_back(_history[revision - _firstRevision]->_action._operation.get());
     }
-    _replica.replaceDocument(*_checkpoint, operations);
     _statistics._replayedCount += operations.size();
     if (!operations.empty())
     {
-        takeCheckpoint();
+        _checkpoint =
+            std::make_shared<const DOM::Document>(Replica::replay(_replica.getKind(), *_checkpoint, operations));
+        _checkpointRevision = getRevision();
+        trimHistory();
     }
+    operations.clear();
+    for (const ActionRunner::OperationPtr& operation : done)
+    {
+        operations.push_back(operation.get());
+    }
+    _replica.replaceDocument(*_checkpoint, operations);
 }
 
 void Server::takeCheckpoint()
@@ -305,14 +344,24 @@ void Server::takeCheckpoint()
     trimHistory();
 }
 
+bool Server::lagsTooFar(const ConnectedClient& client) const
+{
+    return getRevision() - client._base > _settings._keptEntriesCount && client._base < _checkpointRevision;
+}
+
 void Server::trimHistory()
 {
     Revision oldest = _checkpointRevision;
-    for (const auto& [id, client] : _clients)
+    for (auto& [id, client] : _clients)
     {
-        oldest = std::min(oldest, client._base);
+        if (!client._isTooFarBehind && lagsTooFar(client))
+        {
+            send(client, TooFarBehind());
+            client._isTooFarBehind = true;
+        }
+        oldest = client._isTooFarBehind ? oldest : std::min(oldest, client._base);
     }
-    std::erase_if(_lostSelections, [oldest](const auto& lost) { return lost.first < oldest; });
+    std::erase_if(_lostSelections, [oldest](const auto& lost) { return lost.second < oldest; });
     _history.erase(_history.begin(), _history.begin() + static_cast<std::ptrdiff_t>(oldest - _firstRevision));
     _firstRevision = oldest;
 }

@@ -56,29 +56,32 @@ bool isWhollyShadowed(const Operation& operation)
 
 } // namespace
 
-void UndoSearch::pass(const Operation& operation, bool isOwn)
+UndoSearch::UndoSearch(const BaseOperationTransformer& transformer, OperationPtr undone)
+    : _transformer(transformer)
 {
-    if (!_undone)
+    beginAt(std::move(undone), {});
+}
+
+void UndoSearch::pass(OperationPtr operation)
+{
+    if (_dormantIDs.empty())
     {
-        if (isOwn && operation.getID() == _id)
-        {
-            beginAt(cloneOperation(operation), {});
-        }
+        _later.push_back(std::move(operation));
         return;
     }
     std::vector<OperationUPtr> pieces;
     OperationPtrs behind;
-    splitAtPieces(operation, pieces, behind);
+    splitAtPieces(*operation, pieces, behind);
     OperationUPtr broughtAlong = makeOperationFromParts(std::move(pieces));
-    if (!_dormantIDs.empty() && getIDs(*broughtAlong) == _dormantIDs)
+    if (getIDs(*broughtAlong) == _dormantIDs)
     {
         beginAt(std::move(broughtAlong), std::move(behind));
         return;
     }
-    _later.push_back(cloneOperation(operation));
+    _later.push_back(std::move(operation));
 }
 
-void UndoSearch::beginAt(OperationUPtr undone, OperationPtrs later)
+void UndoSearch::beginAt(OperationPtr undone, OperationPtrs later)
 {
     _dormantIDs = isWhollyShadowed(*undone) ? getIDs(*undone) : std::set<Operation::Id>();
     _undone = std::move(undone);
@@ -118,25 +121,20 @@ void UndoSearch::splitAtPieces(const Operation& operation, std::vector<Operation
     }
 }
 
-OperationUPtr UndoSearch::makeUndo() const
+UndoSearch::OperationPtr UndoSearch::makeUndo() const
 {
-    if (!_undone)
-    {
-        return nullptr;
-    }
     Bridge later(_transformer);
-    for (const auto& operation : _later)
+    for (const OperationPtr& operation : _later)
     {
         later.append(operation);
     }
     try
     {
-        return later.cross(*CollaborationEngine::makeUndo(*_undone, _transformer));
+        return later.cross(*CollaborationEngine::makeUndo(*_undone, _transformer), Bridge::Values::Yields);
     }
     catch (const std::exception&)
     {
-        // Some nodes take only one setting at a time: theirs can't be brought past another.
-        return nullptr;
+        return std::make_shared<EmptyOperation>();
     }
 }
 

@@ -9,37 +9,33 @@
 namespace Zem::CollaborationSession
 {
 
-/// Makes the undo of an operation out of the history: looks for the operation, and brings what undoes it past all that
-/// came later.
+/// Makes the undo of an operation, brought past all that came later.
 ///
 /// An operation that was shadowed where it first stands took effect, and captured data, only when a restoring brought
 /// all of it along. It is undone from there.
 class UndoSearch
 {
 public:
-    UndoSearch(const CollaborationEngine::BaseOperationTransformer& transformer, CollaborationEngine::Operation::Id id)
-        : _transformer(transformer)
-        , _id(id)
-    {
-    }
+    using OperationPtr = std::shared_ptr<const CollaborationEngine::Operation>;
 
-    /// Goes on with what happened next. `isOwn` says whether it can be the operation, and not only bring it along.
-    void pass(const CollaborationEngine::Operation& operation, bool isOwn);
+    UndoSearch(const CollaborationEngine::BaseOperationTransformer& transformer, OperationPtr undone);
 
-    /// Null if the operation hasn't come by, or if its undo can't be brought past what came later.
-    CollaborationEngine::OperationUPtr makeUndo() const;
+    /// Goes on with what happened next.
+    void pass(OperationPtr operation);
+
+    /// Empty if it can't be brought past what came later.
+    OperationPtr makeUndo() const;
 
 private:
-    using OperationPtrs = std::vector<std::shared_ptr<const CollaborationEngine::Operation>>;
+    using OperationPtrs = std::vector<OperationPtr>;
 
-    void beginAt(CollaborationEngine::OperationUPtr undone, OperationPtrs later);
+    void beginAt(OperationPtr undone, OperationPtrs later);
     bool isDormant(const CollaborationEngine::Operation& operation) const;
     void splitAtPieces(const CollaborationEngine::Operation& operation,
                        std::vector<CollaborationEngine::OperationUPtr>& pieces, OperationPtrs& behind) const;
 
     const CollaborationEngine::BaseOperationTransformer& _transformer;
-    CollaborationEngine::Operation::Id _id;
-    CollaborationEngine::OperationUPtr _undone;
+    OperationPtr _undone;
     /// The ids of all of it, if all of it was shadowed; none otherwise.
     std::set<CollaborationEngine::Operation::Id> _dormantIDs;
     OperationPtrs _later;

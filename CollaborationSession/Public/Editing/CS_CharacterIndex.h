@@ -136,6 +136,12 @@ public:
     /// Says that the text may stand elsewhere, or be another one, by now. A text that isn't nested never does.
     void invalidate();
 
+    /// Says that the whole document is another one by now.
+    void reset()
+    {
+        _isStale = true;
+    }
+
     bool isStale() const
     {
         return _isStale;

@@ -11,6 +11,7 @@
 /// "!index.isStale()" when the index is.
 
 #include "Editing/CS_CharacterIndex.h"
+#include "Editing/CS_LookChange.h"
 
 #include "CE_DataValue.h"
 #include "CE_Operation.h"
@@ -38,10 +39,12 @@ namespace TextCommands
 ///   break, goes with its properties.
 /// - What is typed has the style of the first character that it replaces, otherwise of the character in front of it, at
 ///   the beginning of a paragraph of the one behind, and in an empty paragraph of the paragraph's mark.
+/// - Links and comments don't grow at their ends. What is typed has the link that the characters on both sides have,
+///   and those comments that both have: characters of the paragraph that is typed in, in front of and behind what is
+///   replaced. What was replaced has no say in it, nor has the paragraph's mark.
 /// - A run that loses all its characters goes. Neighbouring runs are never joined.
 /// - Where no paragraph is open (in an empty text, in front of an atomic block that follows another block, at the end
-/// of
-///   a text that ends with an atomic block), what is typed becomes paragraphs of its own, like the one before.
+///   of a text that ends with an atomic block), what is typed becomes paragraphs of its own, like the one before.
 ///
 /// The text then reads as it did with the stretch replaced, but that a line break stands where text would otherwise
 /// come to stand directly in front of an atomic block, which no tree of blocks can show: the one that stood there
@@ -54,19 +57,41 @@ namespace TextCommands
 ZEM_EXPORT Operations replaceCharacters(const CharacterIndex& index, unsigned long begin, unsigned long end,
                                         std::string_view replacement);
 
-/// Sets a property of all runs of [begin, end): one of those of a run's style. A run that lies only partly in the
-/// stretch is parted by a new tag. Runs that have the value already are left alone, so that there may be no operation.
+/// Changes the look of the characters of [begin, end). A run that lies only partly in the stretch is parted by a new
+/// tag. Runs that look so already are left alone, so that there may be no operation.
+///
+/// Cost: a logarithm of the number of blocks, what lies in the stretch, and the runs of the paragraphs at both ends.
+/// Fails: `InvalidEditError` for a property that runs haven't.
+ZEM_EXPORT Operations setRunLook(const CharacterIndex& index, unsigned long begin, unsigned long end,
+                                 const LookChange& change);
+
+/// The same for all paragraphs of which [begin, end) has a character, or in which it lies if it is empty. Properties of
+/// runs mean the style of the paragraph's mark. Cost: as `setRunLook`.
+/// Fails: `InvalidEditError` for a property that paragraphs haven't.
+ZEM_EXPORT Operations setParagraphLook(const CharacterIndex& index, unsigned long begin, unsigned long end,
+                                       const LookChange& change);
+
+/// `LookChange::setProperty` on the characters of [begin, end): a bundle sets the fields that have a value in it, and
+/// one without any clears all.
 ///
 /// Fails: `InvalidEditError` for another property, and for a value of another type than the property's.
 ZEM_EXPORT Operations setRunProperty(const CharacterIndex& index, unsigned long begin, unsigned long end,
                                      DOMCollaboration::PropertyId propertyId,
                                      const SharedConstPtr<CollaborationEngine::DataValue>& value);
 
-/// Sets a property of all paragraphs of which [begin, end) has a character, or in which it lies if it is empty. Those
-/// of a run mean the style of the paragraph's mark. Fails: as `setRunProperty`.
+/// The same on the paragraphs of `setParagraphLook`. Fails: as `setRunProperty`.
 ZEM_EXPORT Operations setParagraphProperty(const CharacterIndex& index, unsigned long begin, unsigned long end,
                                            DOMCollaboration::PropertyId propertyId,
                                            const SharedConstPtr<CollaborationEngine::DataValue>& value);
+
+/// Links the characters of [begin, end), or takes their links away for null.
+ZEM_EXPORT Operations setLink(const CharacterIndex& index, unsigned long begin, unsigned long end,
+                              DOM::HyperlinkConstPtr link);
+
+/// Adds a comment to whatever comments the characters of [begin, end) have, or takes it out.
+ZEM_EXPORT Operations addComment(const CharacterIndex& index, unsigned long begin, unsigned long end, const UUID& uuid);
+ZEM_EXPORT Operations removeComment(const CharacterIndex& index, unsigned long begin, unsigned long end,
+                                    const UUID& uuid);
 
 } // namespace TextCommands
 

@@ -3,64 +3,55 @@
 /// What a `Client` and the `Server` tell each other. What carries messages keeps the order of each direction, and loses
 /// none but those behind the last that arrived.
 
-#include "CE_Operation.h"
 #include "DOM_Document.h"
-#include "EditingState/DClb_DOMEditingState.h"
 
+#include "Editing/CS_Action.h"
+#include "Editing/CS_Selection.h"
 #include "Sharing/CS_DocumentKind.h"
+#include "Sharing/CS_Refusal.h"
 
-#include <map>
 #include <memory>
-#include <string>
 #include <variant>
 #include <vector>
 
 namespace Zem::CollaborationSession
 {
 
-/// The server gives a number to each client that joins, from 1 on. None is given twice.
-using ClientID = unsigned long;
-
-/// How many operations the history has.
+/// How many actions the history has. It counts every action that came in, also those of which nothing happened.
 using Revision = unsigned long;
 
-using Selection = DOMCollaboration::DOMEditingStateWithTS;
-using Selections = std::map<ClientID, Selection>;
-
-/// One operation of the history: what really happened, with the data that it captured.
+/// One action of the history: what really happened, with the data that it captured.
 struct HistoryEntry
 {
     ClientID _author = 0;
-    /// The author's own count of its operations, from 1 on.
+    /// The author's own count of its actions, from 1 on.
     unsigned long _number = 0;
-    std::shared_ptr<const CollaborationEngine::Operation> _operation;
+    /// Its operation is an `EmptyOperation` if nothing happened.
+    Action _action;
+    /// Why less happened than its author meant.
+    boost::optional<Refusal> _refusal;
 };
 
 using HistoryEntryPtr = std::shared_ptr<const HistoryEntry>;
 
-/// What a client sends: operations that it executed one after the other, in the state that the history of `_base`
+/// What a client sends: actions that it carried out one after the other, in the state that the history of `_base`
 /// entries made. While one is under way the client sends no other.
 struct ClientBatch
 {
     Revision _base = 0;
-    /// The number of the first operation. A batch whose operations have all arrived before is passed over.
+    /// The number of the first action. A batch whose actions have all arrived before is passed over.
     unsigned long _firstNumber = 1;
-    std::vector<std::shared_ptr<const CollaborationEngine::Operation>> _operations;
-    /// Where the client's selection is behind the operations; null if nothing new is to be told.
+    std::vector<Action> _actions;
+    /// Where the client's selection is behind the actions; null if nothing new is to be told.
     std::shared_ptr<const Selection> _selection;
 };
 
-/// The history has grown by an entry.
-struct OperationHappened
+/// The history has grown by an entry. Each action that a client sends comes back as one, in its order.
+struct ActionHappened
 {
+    /// How many entries the history has with this one. A client passes over what it has already.
+    Revision _revision = 0;
     HistoryEntryPtr _entry;
-};
-
-/// An operation of the client that gets this was rejected; it isn't in the history.
-struct OperationRejected
-{
-    unsigned long _number = 0;
-    std::string _reason;
 };
 
 /// The selection of a client, in the state at which this message comes; null if the client left, or if what was
@@ -68,11 +59,19 @@ struct OperationRejected
 /// else came in at the server may have put it elsewhere.
 struct SelectionMoved
 {
+    /// The state in which the selection is.
+    Revision _revision = 0;
     ClientID _client = 0;
     std::shared_ptr<const Selection> _selection;
 };
 
-using ServerMessage = std::variant<OperationHappened, OperationRejected, SelectionMoved>;
+/// The client lacks entries that the server doesn't keep any more. Nothing else comes until it has joined anew, with
+/// what is pending.
+struct TooFarBehind
+{
+};
+
+using ServerMessage = std::variant<ActionHappened, SelectionMoved, TooFarBehind>;
 
 /// What a client starts from: a document of some revision, and what happened since.
 struct Snapshot

@@ -45,7 +45,7 @@ OperationNodeAddress getCellAddress(unsigned long slot)
 /// Requires that every element and every character is where a count from the beginning finds it.
 void expectConversions(std::string_view notation)
 {
-    EditedDocument edited(TestSupport::makeText(notation));
+    DocumentUnderTest edited(TestSupport::makeText(notation));
     const CharacterIndex& index = edited._editor.getIndex();
     const auto elements = TestSupport::flatten(edited.getText());
     ASSERT_EQ(elements.size(), index.getElementsCount());
@@ -82,7 +82,7 @@ TEST(CharacterIndex, ElementsAndOffsetsMeet)
 
 TEST(CharacterIndex, EndOfTheTextHasAPlace)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}#"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}#"));
     const CharacterIndex& index = edited._editor.getIndex();
     EXPECT_EQ(6U, index.convertToElement(4));
     EXPECT_EQ(4U, index.convertToOffset(6));
@@ -92,7 +92,7 @@ TEST(CharacterIndex, EndOfTheTextHasAPlace)
 
 TEST(CharacterIndex, EndOfTheLastParagraphIsItsMark)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}{|c}"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}{|c}"));
     const CharacterIndex& index = edited._editor.getIndex();
     EXPECT_EQ(8U, index.convertToElement(4));
     EXPECT_EQ(PlaceKind::ParaMark, index.findPlace(8)._kind);
@@ -100,7 +100,7 @@ TEST(CharacterIndex, EndOfTheLastParagraphIsItsMark)
 
 TEST(CharacterIndex, BeyondTheEndFails)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}"));
     const CharacterIndex& index = edited._editor.getIndex();
     EXPECT_ASSERTION(index.findCharacter(3), "offset <= getCharactersCount()");
     EXPECT_ASSERTION(index.findElement(6), "element <= getElementsCount()");
@@ -110,13 +110,13 @@ TEST(CharacterIndex, BeyondTheEndFails)
 
 TEST(CharacterIndex, AtomicBlockIsNoParagraph)
 {
-    EditedDocument edited(TestSupport::makeText("#"));
+    DocumentUnderTest edited(TestSupport::makeText("#"));
     EXPECT_ASSERTION(edited._editor.getIndex().getParagraph(0), "isParagraph");
 }
 
 TEST(CharacterIndex, CountsWhatIsThere)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}#{|c\xC3\xA9}[xx]"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}#{|c\xC3\xA9}[xx]"));
     const CharacterIndex& index = edited._editor.getIndex();
     EXPECT_EQ(6U, index.getCharactersCount());
     EXPECT_EQ(2U, index.getParagraphsCount());
@@ -127,7 +127,7 @@ TEST(CharacterIndex, CountsWhatIsThere)
 
 TEST(CharacterIndex, GoesWithOperationsOfOthers)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}{|cd}"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}{|cd}"));
     edited.execute(TestSupport::insert(7, "\xC3\xA9}{|x"));
     edited.execute(TestSupport::mark(4, 6));
     edited._editor.getIndex().checkInvariants();
@@ -137,7 +137,7 @@ TEST(CharacterIndex, GoesWithOperationsOfOthers)
 
 TEST(CharacterIndex, FailsItsCheckWhenTheTextChangedInSilence)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}"));
     edited.getText().getBlocks().push_back(std::make_unique<DOM::Paragraph>());
     EXPECT_ASSERTION(edited._editor.getIndex().checkInvariants(), "isAsRecounted");
 }
@@ -160,7 +160,7 @@ TEST(CharacterIndex, BlockThatMovesIsCountedWhereItGoes)
 
 TEST(NestedText, IsEditedLikeAnyOther)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}#{}"), getShapeAddress(5));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}#{}"), getShapeAddress(5));
     auto operations = edited._editor.replace(0, 0, "x\ny");
     edited._editor.getIndex().checkInvariants();
     const auto& shape = cast<DOM::Shape>(*edited.getText().getBlocks()[1]);
@@ -173,7 +173,7 @@ TEST(NestedText, IsEditedLikeAnyOther)
 
 TEST(NestedText, ChangesOfOtherTextsAreNoneOfItsBusiness)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}#{|cd}"), getShapeAddress(5));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}#{|cd}"), getShapeAddress(5));
     TextEditor mainText(edited._adapter, edited._executor, *edited._notifications, TextEditor::getMainTextAddress());
     edited._editor.replace(0, 0, "x");
     mainText.replace(5, 5, "y");
@@ -186,7 +186,7 @@ TEST(NestedText, ChangesOfOtherTextsAreNoneOfItsBusiness)
 
 TEST(NestedText, WhatIsntAboutTextMakesItsIndexStale)
 {
-    EditedDocument edited(TestSupport::makeText("#"), getShapeAddress(0));
+    DocumentUnderTest edited(TestSupport::makeText("#"), getShapeAddress(0));
     const CharacterIndex& index = edited._editor.getIndex();
     const DOM::NativeNodeAddress address;
     edited._notifications->onRunPropsChanged(address, 1);
@@ -202,7 +202,7 @@ TEST(NestedText, WhatIsntAboutTextMakesItsIndexStale)
 
 TEST(NestedText, IsFoundAtItsNewAddressWhenBlocksInFrontOfItChanged)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}#"), getShapeAddress(5));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}#"), getShapeAddress(5));
     TextEditor mainText(edited._adapter, edited._executor, *edited._notifications, TextEditor::getMainTextAddress());
     edited._editor.replace(0, 0, "x");
     mainText.replace(1, 1, "\n");
@@ -214,7 +214,7 @@ TEST(NestedText, IsFoundAtItsNewAddressWhenBlocksInFrontOfItChanged)
 
 TEST(NestedText, ThatIsGoneIsAnError)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}#"), getShapeAddress(5));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}#"), getShapeAddress(5));
     TextEditor mainText(edited._adapter, edited._executor, *edited._notifications, TextEditor::getMainTextAddress());
     mainText.replace(3, 4, "");
     EXPECT_THROW(edited._editor.replace(0, 0, "x"), InvalidEditError);
@@ -227,7 +227,7 @@ TEST(NestedText, OfACellComesAndGoesWithItsCharacters)
     auto table = std::make_unique<DOM::Table>();
     table->changeSize(2, 2);
     text.getBlocks().push_back(std::move(table));
-    EditedDocument edited(std::move(text), getCellAddress(0));
+    DocumentUnderTest edited(std::move(text), getCellAddress(0));
     const DOM::Document before = edited._document;
 
     Operations operations = edited._editor.replace(0, 0, "x\ny");
@@ -241,7 +241,7 @@ TEST(NestedText, OfACellComesAndGoesWithItsCharacters)
 
 TEST(NestedText, IndexIsntUsedWhileStale)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}#"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}#"));
     CharacterIndex index(TextInDocument(edited._adapter, getShapeAddress(5)));
     index.onBlocksInserted(DOM::NodeAddressUtils::makeAddress<DOM::NativeDOMNodeType::BlockCollection>(),
                            CollaborationUtils::IndexRange<unsigned long>(0, 1));
@@ -254,7 +254,7 @@ TEST(NestedText, IndexIsntUsedWhileStale)
 
 TEST(NestedText, MainTextNeverBecomesStale)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}#"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}#"));
     CharacterIndex index(TextInDocument(edited._adapter, TextEditor::getMainTextAddress()));
     index.invalidate();
     EXPECT_FALSE(index.isStale());
@@ -262,7 +262,7 @@ TEST(NestedText, MainTextNeverBecomesStale)
 
 TEST(NestedText, AddressWithoutATextIsRefused)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}"));
     auto address = TextEditor::getMainTextAddress();
     address.appendItems(NodeAddressing::AddressInList(0));
     EXPECT_THROW(TextInDocument(edited._adapter, address), InvalidEditError);

@@ -23,11 +23,11 @@ namespace Zem::CollaborationSession
 {
 
 /// A text document with one text in it that is edited: the main text, unless another address is given.
-class EditedDocument
+class DocumentUnderTest
 {
 public:
-    explicit EditedDocument(DOM::TextWithTombstones text,
-                            CollaborationEngine::OperationNodeAddress address = TextEditor::getMainTextAddress())
+    explicit DocumentUnderTest(DOM::TextWithTombstones text,
+                               CollaborationEngine::OperationNodeAddress address = TextEditor::getMainTextAddress())
         : _adapter(makeAdapter(std::move(text)))
         , _notifications(std::make_shared<ObserverFanOut>())
         , _executor(_adapter, std::make_shared<DOMCollaboration::DocumentOperationTransformer>(), _notifications)
@@ -122,7 +122,7 @@ public:
         return *this;
     }
 
-    EditedDocument& getEdited()
+    DocumentUnderTest& getEdited()
     {
         return _edited;
     }
@@ -147,7 +147,7 @@ private:
         _edited._editor.getIndex().checkInvariants();
     }
 
-    EditedDocument _edited;
+    DocumentUnderTest _edited;
     Operations _operations;
 };
 

@@ -136,7 +136,7 @@ private:
     }
 
     std::mt19937_64 _random;
-    EditedDocument _edited;
+    DocumentUnderTest _edited;
     std::u32string _model;
     std::string _trace;
 };

@@ -297,7 +297,7 @@ protected:
         return TestSupport::print(_edited.getText());
     }
 
-    EditedDocument _edited{DOM::TextWithTombstones()};
+    DocumentUnderTest _edited{DOM::TextWithTombstones()};
     std::unique_ptr<TextEditor> _editor;
 };
 
@@ -401,7 +401,7 @@ TEST(ReplaceCharacters, CellWithAFormulaDoesntTakeCharacters)
         FixedChunk(DOMCollaboration::convertOperationNodeType(OperationDOMNodeType::CellCollection)),
         NodeAddressing::AddressInTable(RowIndex(0), ColumnIndex(0)),
         FixedChunk(DOMCollaboration::convertOperationNodeType(OperationDOMNodeType::TextWithTombstones)));
-    EditedDocument edited(std::move(text), address);
+    DocumentUnderTest edited(std::move(text), address);
     const DOM::Document before = edited._document;
 
     EXPECT_EQ("The text doesn't take the edit", getError([&] { edited._editor.replace(0, 0, "x"); }));

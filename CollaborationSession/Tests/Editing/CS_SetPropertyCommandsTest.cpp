@@ -1,5 +1,6 @@
 #include "Editing/CS_EditorCase.h"
 #include "Editing/CS_InvalidEditError.h"
+#include "Editing/CS_Looks.h"
 
 #include "CE_SetPropertyOperation.h"
 #include "DClb_PropertyValues.h"
@@ -25,9 +26,9 @@ SharedConstPtr<DataValue> makeValue(DOMCollaboration::PropertyValueType<id> valu
     return makeSharedConst<MapPropertyIdToSimpleDataValue<id>>(std::move(value));
 }
 
-SharedConstPtr<DataValue> makeLink(const char* target)
+SharedConstPtr<DataValue> makeLinkValue(const char* target)
 {
-    return makeValue<PropertyId::HyperlinkId>(std::make_shared<const DOM::Hyperlink>(target));
+    return makeValue<PropertyId::HyperlinkId>(makeLink(target));
 }
 
 /// The runs of a text, each in brackets when it has a link, with a slash between paragraphs.
@@ -60,9 +61,10 @@ protected:
     void expect(std::string_view notation, unsigned long begin, unsigned long end, std::string_view expected)
     {
         SCOPED_TRACE(notation);
-        EditedDocument edited(TestSupport::makeText(notation));
+        DocumentUnderTest edited(TestSupport::makeText(notation));
         const DOM::Document before = edited._document;
-        Operations operations = edited._editor.setRunProperty(begin, end, PropertyId::HyperlinkId, makeLink("there"));
+        Operations operations =
+            edited._editor.setRunProperty(begin, end, PropertyId::HyperlinkId, makeLinkValue("there"));
         EXPECT_EQ(expected, printLinks(edited.getText()));
         edited._editor.getIndex().checkInvariants();
         const DOM::Document afterwards = edited._document;
@@ -112,38 +114,38 @@ TEST_F(SetLink, CutsNoCharacter)
 
 TEST_F(SetLink, OnNothingIsNoOperation)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}#{|cd}"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}#{|cd}"));
     TextEditor& editor = edited._editor;
-    EXPECT_TRUE(editor.setRunProperty(1, 1, PropertyId::HyperlinkId, makeLink("there")).empty());
-    EXPECT_TRUE(editor.setRunProperty(2, 4, PropertyId::HyperlinkId, makeLink("there")).empty());
-    EXPECT_TRUE(editor.setRunProperty(6, 6, PropertyId::HyperlinkId, makeLink("there")).empty());
+    EXPECT_TRUE(editor.setRunProperty(1, 1, PropertyId::HyperlinkId, makeLinkValue("there")).empty());
+    EXPECT_TRUE(editor.setRunProperty(2, 4, PropertyId::HyperlinkId, makeLinkValue("there")).empty());
+    EXPECT_TRUE(editor.setRunProperty(6, 6, PropertyId::HyperlinkId, makeLinkValue("there")).empty());
 }
 
 TEST_F(SetLink, OnWhatHasItIsNoOperation)
 {
-    EditedDocument edited(TestSupport::makeText("{|abcd}"));
-    edited._editor.setRunProperty(1, 3, PropertyId::HyperlinkId, makeLink("there"));
-    EXPECT_TRUE(edited._editor.setRunProperty(2, 3, PropertyId::HyperlinkId, makeLink("there")).empty());
-    edited._editor.setRunProperty(0, 4, PropertyId::HyperlinkId, makeLink("there"));
+    DocumentUnderTest edited(TestSupport::makeText("{|abcd}"));
+    edited._editor.setRunProperty(1, 3, PropertyId::HyperlinkId, makeLinkValue("there"));
+    EXPECT_TRUE(edited._editor.setRunProperty(2, 3, PropertyId::HyperlinkId, makeLinkValue("there")).empty());
+    edited._editor.setRunProperty(0, 4, PropertyId::HyperlinkId, makeLinkValue("there"));
     EXPECT_EQ("[a][bc][d]", printLinks(edited.getText()));
 }
 
 TEST_F(SetLink, KeepsTheOldValueInTheOperation)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}"));
-    edited._editor.setRunProperty(0, 2, PropertyId::HyperlinkId, makeLink("here"));
-    const Operations operations = edited._editor.setRunProperty(1, 2, PropertyId::HyperlinkId, makeLink("there"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}"));
+    edited._editor.setRunProperty(0, 2, PropertyId::HyperlinkId, makeLinkValue("here"));
+    const Operations operations = edited._editor.setRunProperty(1, 2, PropertyId::HyperlinkId, makeLinkValue("there"));
     ASSERT_EQ(2U, operations.size());
     const auto& change = cast<CollaborationEngine::SetPropertyOperation>(*operations.back());
-    EXPECT_TRUE(change.getOldValue() == *makeLink("here"));
-    EXPECT_TRUE(change.getNewValue() == *makeLink("there"));
+    EXPECT_TRUE(change.getOldValue() == *makeLinkValue("here"));
+    EXPECT_TRUE(change.getNewValue() == *makeLinkValue("there"));
 }
 
 /// Sets a property of a run's style to another value than the default one, and back.
 template<PropertyId id>
 void expectRunProperty(DOMCollaboration::PropertyValueType<id> value)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}"));
     const DOM::Document before = edited._document;
     Operations operations = edited._editor.setRunProperty(0, 2, id, makeValue<id>(value));
     EXPECT_EQ(1U, operations.size());
@@ -178,18 +180,81 @@ std::string getError(Work work)
     return "no error";
 }
 
+TEST(SetRunProperty, SetsTheFieldsThatHaveAValue)
+{
+    DocumentUnderTest edited(TestSupport::makeText("{|one two}"));
+    TextEditor& editor = edited._editor;
+    const auto italic = std::make_shared<DOM::RunProps>();
+    italic->_slant = DOM::FontSlant::Italic;
+    editor.setRunLook(0, 3, makeBold());
+    EXPECT_EQ(
+        1U,
+        editor.setRunProperty(0, 3, PropertyId::RunPropertyId, makeValue<PropertyId::RunPropertyId>(italic)).size());
+    EXPECT_EQ("(bi)one() two", printLooks(edited.getText()));
+    editor.setRunProperty(2, 7, PropertyId::RunPropertyId, makeValue<PropertyId::RunPropertyId>(italic));
+    EXPECT_EQ("(bi)one(i) two", printLooks(edited.getText()));
+}
+
+TEST(SetRunProperty, ClearsAllFieldsByABundleWithoutAny)
+{
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}"));
+    const DOM::Document before = edited._document;
+    edited._editor.setRunLook(0, 2, makeBold());
+    edited._editor.setRunLook(0, 2, makeItalic());
+    edited._editor.setRunProperty(0, 2, PropertyId::RunPropertyId, makeValue<PropertyId::RunPropertyId>(nullptr));
+    EXPECT_TRUE(before == edited._document);
+}
+
+TEST(SetRunLook, OverlappingSettingsOfOneFieldAreOne)
+{
+    DocumentUnderTest edited(TestSupport::makeText("{|The fox jumped.}"));
+    edited._editor.setRunLook(0, 7, makeBold());
+    edited._editor.setRunLook(4, 15, makeBold());
+    EXPECT_EQ("(b)The fox jumped.", printLooks(edited.getText()));
+    EXPECT_TRUE(edited._editor.setRunLook(0, 15, makeBold()).empty());
+}
+
+TEST(SetRunLook, OverlappingSettingsOfTwoFieldsAreBoth)
+{
+    DocumentUnderTest edited(TestSupport::makeText("{|The fox jumped.}"));
+    edited._editor.setRunLook(0, 7, makeBold());
+    edited._editor.setRunLook(4, 15, makeItalic());
+    EXPECT_EQ("(b)The (bi)fox(i) jumped.", printLooks(edited.getText()));
+}
+
+TEST(SetRunLook, LinksAndUnlinks)
+{
+    DocumentUnderTest edited(TestSupport::makeText("{|abcd}"));
+    edited._editor.setLink(0, 4, makeLink("x"));
+    edited._editor.setLink(1, 3, nullptr);
+    EXPECT_EQ("(@x)a()bc(@x)d", printLooks(edited.getText()));
+}
+
+TEST(SetRunLook, CommentsJoinThoseOfTheCharacters)
+{
+    DocumentUnderTest edited(TestSupport::makeText("{|abcdef}"));
+    TextEditor& editor = edited._editor;
+    editor.addComment(2, 6, makeComment('q'));
+    editor.addComment(0, 4, makeComment('p'));
+    EXPECT_EQ("(cp)ab(cpq)cd(cq)ef", printLooks(edited.getText()));
+    EXPECT_TRUE(editor.addComment(1, 3, makeComment('p')).empty());
+    editor.removeComment(1, 6, makeComment('q'));
+    EXPECT_EQ("(cp)abcd()ef", printLooks(edited.getText()));
+    EXPECT_TRUE(editor.removeComment(0, 6, makeComment('q')).empty());
+}
+
 TEST(SetRunProperty, RefusesWhatDoesntFit)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}"));
     TextEditor& editor = edited._editor;
     EXPECT_EQ("Property 38 isn't one of the style of a run",
-              getError([&] { editor.setRunProperty(0, 2, PropertyId::ParaPropertyId, makeLink("there")); }));
+              getError([&] { editor.setRunProperty(0, 2, PropertyId::ParaPropertyId, makeLinkValue("there")); }));
     EXPECT_EQ("The value isn't of the type of the property",
-              getError([&] { editor.setRunProperty(0, 2, PropertyId::ParentStyleId, makeLink("there")); }));
+              getError([&] { editor.setRunProperty(0, 2, PropertyId::ParentStyleId, makeLinkValue("there")); }));
     EXPECT_EQ("The value isn't of the type of the property",
               getError([&] { editor.setRunProperty(0, 2, PropertyId::ParentStyleId, nullptr); }));
     EXPECT_EQ("The stretch [0, 3) isn't inside the text, which has 2 characters",
-              getError([&] { editor.setRunProperty(0, 3, PropertyId::HyperlinkId, makeLink("there")); }));
+              getError([&] { editor.setRunProperty(0, 3, PropertyId::HyperlinkId, makeLinkValue("there")); }));
 }
 
 /// Sets a property of paragraphs, and gives how many operations that was; checks that it can be taken back.
@@ -197,7 +262,7 @@ template<PropertyId id>
 std::size_t setParagraphProperty(std::string_view notation, unsigned long begin, unsigned long end,
                                  DOMCollaboration::PropertyValueType<id> value)
 {
-    EditedDocument edited(TestSupport::makeText(notation));
+    DocumentUnderTest edited(TestSupport::makeText(notation));
     const DOM::Document before = edited._document;
     Operations operations = edited._editor.setParagraphProperty(begin, end, id, makeValue<id>(value));
     EXPECT_EQ(operations.empty(), before == edited._document);
@@ -251,18 +316,32 @@ TEST(SetParagraphProperty, TakesEveryPropertyOfAParagraph)
     expectOne(setParagraphProperty<PropertyId::NumRefId>(text, 0, 1, DOM::NumberingRef()));
 }
 
+TEST(SetParagraphLook, SetsItsFieldAndNoOther)
+{
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}{|cd}"));
+    TextEditor& editor = edited._editor;
+    const LookChange centred = LookChange::setField(&DOM::ParaProps::_alignment, DOM::ParagraphAlignment::Center);
+    const LookChange kept = LookChange::setField(&DOM::ParaProps::_isKeptWithNext, true);
+    EXPECT_EQ(1U, editor.setParagraphLook(0, 1, centred).size());
+    EXPECT_EQ(2U, editor.setParagraphLook(1, 4, kept).size());
+    EXPECT_TRUE(editor.setParagraphLook(0, 0, centred).empty());
+    EXPECT_EQ(1U, editor.setParagraphLook(0, 5, centred).size());
+}
+
 TEST(SetParagraphProperty, RefusesWhatDoesntFit)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}"));
-    EXPECT_EQ("Property 52 isn't one of a paragraph",
-              getError([&] { edited._editor.setParagraphProperty(0, 2, PropertyId::ExtentId, makeLink("there")); }));
-    EXPECT_EQ("The value isn't of the type of the property",
-              getError([&] { edited._editor.setParagraphProperty(0, 2, PropertyId::NumRefId, makeLink("there")); }));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}"));
+    EXPECT_EQ(
+        "Property 52 isn't one of a paragraph",
+        getError([&] { edited._editor.setParagraphProperty(0, 2, PropertyId::ExtentId, makeLinkValue("there")); }));
+    EXPECT_EQ(
+        "The value isn't of the type of the property",
+        getError([&] { edited._editor.setParagraphProperty(0, 2, PropertyId::NumRefId, makeLinkValue("there")); }));
 }
 
 TEST(ReplaceCharacters, SplitParagraphKeepsItsNumbering)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab}"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab}"));
     edited._editor.setParagraphProperty(0, 0, PropertyId::NumRefId,
                                         makeValue<PropertyId::NumRefId>(DOM::NumberingRef()));
     edited._editor.replace(1, 1, "\n");

@@ -63,7 +63,7 @@ struct Course
         _states.push_back(session[0].getJson());
         session.settle();
         _states.push_back(session[0].getJson());
-        EXPECT_TRUE(session[0].undo(*pending->getID()));
+        EXPECT_TRUE(session[0].getClient().undo());
         session.settle();
         _states.push_back(session[2].getJson());
         EXPECT_TRUE(client.takeRefusals().empty());
@@ -218,7 +218,7 @@ TEST(BesidePending, DocumentIsMadeAgainWithWhatRanBesideAnOperation)
 TEST(BesidePending, OwnEntryThatWasntSentIsAnErrorThoughItWouldTouchNothing)
 {
     ManyNodesSession session;
-    const std::vector<ServerMessage> messages{makeEntry(1, 3, setTimeZone(60))};
+    const std::vector<ServerMessage> messages{makeEntry(3, 1, 3, setTimeZone(60))};
     EXPECT_ASSERTION(session[0].getClient().receive(messages), "isUnderWay");
     EXPECT_EQ(session[0].getClient().getRevision(), 2u);
 }
@@ -229,8 +229,9 @@ TEST(BesidePending, WhatRanInFrontOfAFailureStands)
     session[0].execute(*setTimeZone(60));
     session[1].execute(*insertScript("a", "text"));
     const ClientBatch batch = *session[1].getClient().takeBatch();
-    const std::vector<ServerMessage> messages{makeEntry(2, 1, batch._operations.front()),
-                                              makeEntry(2, 2, inText(getCellText(0, 0), TestSupport::insert(0, "x")))};
+    const std::vector<ServerMessage> messages{
+        makeEntry(3, 2, 1, batch._actions.front()._operation),
+        makeEntry(4, 2, 2, inText(getCellText(0, 0), TestSupport::insert(0, "x")))};
     Client& client = session[0].getClient();
     // A letter needs a run, which is found out when it has got one.
     EXPECT_ASSERTION(client.receive(messages), "isAsItHappened");

@@ -30,13 +30,23 @@ OperationUPtr typeInCell(unsigned long row, unsigned long column)
     return inText(getCellText(row, column), TestSupport::insert(0, "{|x}"));
 }
 
+ChangedNodes makeNodes(const std::vector<OperationUPtr>& operations)
+{
+    ChangedNodes nodes;
+    for (const OperationUPtr& operation : operations)
+    {
+        nodes.add(*operation);
+    }
+    return nodes;
+}
+
 /// Asks in both directions.
 bool commute(const OperationUPtr& first, const OperationUPtr& second)
 {
     const auto firstAlone = makeList(cloneOperation(*first));
     const auto secondAlone = makeList(cloneOperation(*second));
-    const bool doCommute = ChangedNodes(firstAlone).commuteWith(*second);
-    EXPECT_EQ(ChangedNodes(secondAlone).commuteWith(*first), doCommute);
+    const bool doCommute = makeNodes(firstAlone).commuteWith(*second);
+    EXPECT_EQ(makeNodes(secondAlone).commuteWith(*first), doCommute);
     return doCommute;
 }
 
@@ -98,22 +108,22 @@ TEST(ChangedNodes, ShadowedOperationsDont)
 TEST(ChangedNodes, WhereNothingWasChangedEverythingCommutes)
 {
     const auto nothing = makeList(OperationUPtr(std::make_unique<EmptyOperation>()));
-    EXPECT_TRUE(ChangedNodes(nothing).commuteWith(*TestSupport::mark(0, 1)));
-    EXPECT_TRUE(ChangedNodes({}).commuteWith(CompositeOperation(makeList(typeInCell(0, 0), typeInCell(0, 1)))));
+    EXPECT_TRUE(makeNodes(nothing).commuteWith(*TestSupport::mark(0, 1)));
+    EXPECT_TRUE(ChangedNodes().commuteWith(CompositeOperation(makeList(typeInCell(0, 0), typeInCell(0, 1)))));
 }
 
 TEST(ChangedNodes, WhatDoesNothingCommutesWithAllThatIsKnown)
 {
     const auto known = makeList(setTimeZone(60));
-    EXPECT_TRUE(ChangedNodes(known).commuteWith(EmptyOperation()));
+    EXPECT_TRUE(makeNodes(known).commuteWith(EmptyOperation()));
     const auto unknown = makeList(OperationUPtr(std::make_unique<CompositeOperation>(makeList(typeInCell(0, 0)))));
-    EXPECT_FALSE(ChangedNodes(unknown).commuteWith(EmptyOperation()));
+    EXPECT_FALSE(makeNodes(unknown).commuteWith(EmptyOperation()));
 }
 
 TEST(ChangedNodes, AllMustCommute)
 {
     const auto operations = makeList(typeInCell(0, 0), setTimeZone(60), typeInCell(0, 0), typeInCell(0, 1));
-    const ChangedNodes nodes(operations);
+    const ChangedNodes nodes = makeNodes(operations);
     EXPECT_TRUE(nodes.commuteWith(*typeInCell(1, 0)));
     EXPECT_FALSE(nodes.commuteWith(*typeInCell(0, 0)));
     EXPECT_FALSE(nodes.commuteWith(*typeInCell(0, 1)));
@@ -128,9 +138,9 @@ TEST(ChangedNodes, OfMoreThanSixteenNodesNothingIsKnown)
         settings.push_back(setRunSize(slot, 12));
         settings.push_back(setRunSize(slot, 12));
     }
-    EXPECT_TRUE(ChangedNodes(settings).commuteWith(*setTimeZone(60)));
+    EXPECT_TRUE(makeNodes(settings).commuteWith(*setTimeZone(60)));
     settings.push_back(setRunSize(116, 12));
-    EXPECT_FALSE(ChangedNodes(settings).commuteWith(*setTimeZone(60)));
+    EXPECT_FALSE(makeNodes(settings).commuteWith(*setTimeZone(60)));
 }
 
 } // namespace Zem::CollaborationSession

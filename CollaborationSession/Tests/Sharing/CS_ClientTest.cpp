@@ -111,9 +111,9 @@ TEST(Client, EmptyEntriesAreErrorsAndNothingHappens)
     SessionCase session("{|ab}");
     session[0].replace(1, 1, "x");
     const State before(session[0]);
-    const auto good = makeEntry(2, 1, TestSupport::insert(2, "y"));
-    const std::vector<ServerMessage> noEntry{good, OperationHappened()};
-    const std::vector<ServerMessage> noOperation{good, makeEntry(2, 2, nullptr)};
+    const auto good = makeEntry(1, 2, 1, TestSupport::insert(2, "y"));
+    const std::vector<ServerMessage> noEntry{good, ActionHappened{2, nullptr}};
+    const std::vector<ServerMessage> noOperation{good, makeEntry(2, 2, 2, nullptr)};
     EXPECT_THROW(session[0].getClient().receive(noEntry), InvalidMessageError);
     EXPECT_THROW(session[0].getClient().receive(noOperation), InvalidMessageError);
     EXPECT_TRUE(State(session[0]) == before);
@@ -146,9 +146,9 @@ protected:
         _batch = *_session[1].getClient().takeBatch();
     }
 
-    OperationHappened makeGoodEntry() const
+    ActionHappened makeGoodEntry() const
     {
-        return makeEntry(2, 1, _batch._operations.front());
+        return makeEntry(1, 2, 1, _batch._actions.front()._operation);
     }
 
     template<class Receive>
@@ -175,7 +175,7 @@ protected:
 
 TEST_F(FailingReceipt, EntryThatFailsLeavesEverythingAsItWas)
 {
-    const std::vector<ServerMessage> messages{makeGoodEntry(), makeEntry(2, 2, SessionCase::makeBadOperation())};
+    const std::vector<ServerMessage> messages{makeGoodEntry(), makeEntry(2, 2, 2, SessionCase::makeBadOperation())};
     expectThatNothingHappens([&] { EXPECT_ANY_THROW(_session[0].getClient().receive(messages)); });
     EXPECT_EQ(_session[0]._replacementsCount, 1);
     goOn();
@@ -183,21 +183,21 @@ TEST_F(FailingReceipt, EntryThatFailsLeavesEverythingAsItWas)
 
 TEST_F(FailingReceipt, EntryThatIsChangedLeavesEverythingAsItWas)
 {
-    const std::vector<ServerMessage> messages{makeGoodEntry(), makeEntry(2, 2, TestSupport::insert(0, "x"))};
+    const std::vector<ServerMessage> messages{makeGoodEntry(), makeEntry(2, 2, 2, TestSupport::insert(0, "x"))};
     expectThatNothingHappens([&] { EXPECT_ASSERTION(_session[0].getClient().receive(messages), "isAsItHappened"); });
     goOn();
 }
 
 TEST_F(FailingReceipt, OwnEntryThatWasntSentLeavesEverythingAsItWas)
 {
-    const std::vector<ServerMessage> messages{makeGoodEntry(), makeEntry(1, 1, std::make_shared<EmptyOperation>())};
+    const std::vector<ServerMessage> messages{makeGoodEntry(), makeEntry(2, 1, 1, std::make_shared<EmptyOperation>())};
     expectThatNothingHappens([&] { EXPECT_ASSERTION(_session[0].getClient().receive(messages), "isUnderWay"); });
     goOn();
 }
 
 TEST_F(FailingReceipt, RejectionOfWhatWasntSentLeavesEverythingAsItWas)
 {
-    const std::vector<ServerMessage> messages{makeGoodEntry(), OperationRejected{1, "It wasn't sent."}};
+    const std::vector<ServerMessage> messages{makeGoodEntry(), makeRefusal(2, 1, 1, "It wasn't sent.")};
     expectThatNothingHappens([&] { EXPECT_ASSERTION(_session[0].getClient().receive(messages), "isUnderWay"); });
     goOn();
 }
@@ -205,8 +205,8 @@ TEST_F(FailingReceipt, RejectionOfWhatWasntSentLeavesEverythingAsItWas)
 TEST_F(FailingReceipt, WhatWasRejectedInFrontOfTheFailureIsPendingAgain)
 {
     ClientBatch own = *_session[0].getClient().takeBatch();
-    const std::vector<ServerMessage> messages{OperationRejected{1, "No."},
-                                              makeEntry(2, 1, SessionCase::makeBadOperation())};
+    const std::vector<ServerMessage> messages{makeRefusal(1, 1, 1, "No."),
+                                              makeEntry(2, 2, 1, SessionCase::makeBadOperation())};
     expectThatNothingHappens([&] { EXPECT_ANY_THROW(_session[0].getClient().receive(messages)); });
     EXPECT_FALSE(_session[0].getClient().takeBatch());
     _session.getServer().receive(1, own);
@@ -217,8 +217,8 @@ TEST_F(FailingReceipt, ConfirmationInFrontOfTheFailureStands)
 {
     ClientBatch own = *_session[0].getClient().takeBatch();
     _session.getServer().receive(1, own);
-    const std::vector<ServerMessage> messages{makeEntry(1, 1, own._operations.front()),
-                                              makeEntry(2, 1, SessionCase::makeBadOperation())};
+    const std::vector<ServerMessage> messages{makeEntry(1, 1, 1, own._actions.front()._operation),
+                                              makeEntry(2, 2, 1, SessionCase::makeBadOperation())};
     const std::string before = _session[0].getJson();
     EXPECT_ANY_THROW(_session[0].getClient().receive(messages));
     EXPECT_EQ(_session[0].getJson(), before);
@@ -231,11 +231,11 @@ TEST(Client, UndoThatWasRejectedInFrontOfAFailureIsStillTheOnlyOne)
     SessionCase session("{|ab}");
     session[0].replace(1, 1, "x");
     session.settle();
-    const auto typed = session[0].getOperationIDs().front();
+    const auto typed = session[0].getActions().front();
     EXPECT_TRUE(session[0].undo(typed));
     ASSERT_TRUE(session[0].getClient().takeBatch());
-    const std::vector<ServerMessage> messages{OperationRejected{2, "No."},
-                                              makeEntry(2, 1, SessionCase::makeBadOperation())};
+    const std::vector<ServerMessage> messages{makeRefusal(2, 1, 2, "No."),
+                                              makeEntry(3, 2, 1, SessionCase::makeBadOperation())};
     EXPECT_ANY_THROW(session[0].getClient().receive(messages));
     EXPECT_FALSE(session[0].undo(typed));
 }
@@ -358,7 +358,7 @@ protected:
     static constexpr Revision interval = 8;
 
     EverPending()
-        : _client(_session.join(interval))
+        : _client(_session.join({interval}))
     {
         _client.replace(1, 1, "pending");
     }
@@ -404,7 +404,7 @@ TEST_F(EverPending, ReturnsToTheDocumentThatItHadWhenAnOperationFails)
 
 TEST_F(EverPending, StillKnowsWhatItUndid)
 {
-    const auto typed = _client.getOperationIDs().front();
+    const auto typed = _client.getActions().front();
     EXPECT_TRUE(_client.undo(typed));
     typeElsewhere(2 * interval + 1);
     ASSERT_EQ(_client.getClient().getKeptEntriesCount(), interval);

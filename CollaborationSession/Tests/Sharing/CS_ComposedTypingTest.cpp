@@ -153,7 +153,7 @@ TEST(ComposedTyping, DoesWhatTheKeystrokesDid)
         std::mt19937_64 random(seed);
         const auto pick = [&](unsigned long count)
         { return std::uniform_int_distribution<unsigned long>(0, count - 1)(random); };
-        EditedDocument edited(TestSupport::makeText("{|abc[de]|fg}{}{[h]|ij[k]kl~|m}"));
+        DocumentUnderTest edited(TestSupport::makeText("{|abc[de]|fg}{}{[h]|ij[k]kl~|m}"));
         const DOM::Document before = edited._document;
         ComposedTyping typing;
         for (unsigned long key = 0; key < 40; ++key)
@@ -174,7 +174,7 @@ TEST(ComposedTyping, DoesWhatTheKeystrokesDid)
             }
         }
         const DOM::Document after = edited._document;
-        EditedDocument composed(before.getTextWithTombstones());
+        DocumentUnderTest composed(before.getTextWithTombstones());
         std::vector<OperationUPtr> operations = typing.makeOperations();
         for (const OperationUPtr& operation : operations)
         {

@@ -28,30 +28,21 @@ OperationUPtr makeInsertionThatIsRepairedTwice()
 
 TEST(ExecuteStably, OperationThatNeedsNoRepairRunsAsItStands)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab|c}"));
+    DocumentUnderTest edited(TestSupport::makeText("{|ab|c}"));
     OperationUPtr changedOp;
-    const auto restore = [] { FAIL(); };
-    EXPECT_FALSE(executeStably(edited._executor, *TestSupport::insert(4, "xy"), changedOp, restore));
+    EXPECT_FALSE(executeStably(edited._executor, *TestSupport::insert(4, "xy"), changedOp));
     EXPECT_EQ(TestSupport::print(edited.getText()), "{|abxy|c}");
 }
 
 TEST(ExecuteStably, WhatHappenedHappensAgainInAnEqualDocument)
 {
-    EditedDocument edited(TestSupport::makeText("{|ab|c}"));
-    const DOM::Document before = edited._document;
+    DocumentUnderTest edited(TestSupport::makeText("{|ab|c}"));
     OperationUPtr changedOp;
-    bool isRestored = false;
-    const auto restore = [&]
-    {
-        isRestored = true;
-        edited._document = before;
-    };
-    ASSERT_TRUE(executeStably(edited._executor, *makeInsertionThatIsRepairedTwice(), changedOp, restore));
-    EXPECT_TRUE(isRestored);
+    ASSERT_TRUE(executeStably(edited._executor, *makeInsertionThatIsRepairedTwice(), changedOp));
     EXPECT_EQ(TestSupport::print(*changedOp), "insert 4:}{}{");
     EXPECT_EQ(TestSupport::print(edited.getText()), "{|ab}{}{|c}");
 
-    EditedDocument other(TestSupport::makeText("{|ab|c}"));
+    DocumentUnderTest other(TestSupport::makeText("{|ab|c}"));
     other.execute(std::move(changedOp));
     EXPECT_EQ(TestSupport::print(other.getText()), "{|ab}{}{|c}");
 }
@@ -86,7 +77,7 @@ TEST(ExecuteStably, OperationThatIsChangedEachTimeFails)
     NeverContent executor;
     OperationUPtr changedOp;
     CollaborationEngine::EmptyOperation operation;
-    EXPECT_ASSERTION(executeStably(executor, operation, changedOp, [] { FAIL(); }), "isStable");
+    EXPECT_ASSERTION(executeStably(executor, operation, changedOp), "isStable");
     // Once as it came, and each of the eight attempts that it is given.
     EXPECT_EQ(executor._executedCount, 9);
     EXPECT_EQ(executor._reversedCount, 8);

@@ -159,8 +159,8 @@ inline OperationUPtr insertScript(const std::string& name, const std::string& te
 class ManyNodesSession : public SessionCase
 {
 public:
-    explicit ManyNodesSession(std::size_t clientsCount = 2, Revision checkpointInterval = 4096)
-        : SessionCase("#{|ab}{|c|d}$", clientsCount, checkpointInterval)
+    explicit ManyNodesSession(std::size_t clientsCount = 2, ServerSettings settings = {})
+        : SessionCase("#{|ab}{|c|d}$", clientsCount, settings)
     {
         static const SharedConstPtr<DOM::Block> table = std::make_shared<const DOM::Table>(2, 2);
         static const SharedConstPtr<DOM::Block> formula = std::make_shared<const DOM::FieldBlock>();

@@ -24,7 +24,7 @@ public:
         , _session(seed % 3 == 0   ? "{|abc}{}{|de|f}"
                    : seed % 3 == 1 ? ""
                                    : "{|a~|b}#{|cd}{|e}",
-                   2 + seed % 3, 16)
+                   2 + seed % 3, {16})
     {
     }
 
@@ -124,10 +124,10 @@ private:
 
     void undo(Participant& participant)
     {
-        const auto& operationIDs = participant.getOperationIDs();
-        if (!operationIDs.empty())
+        const auto& actions = participant.getActions();
+        if (!actions.empty())
         {
-            participant.undo(operationIDs[pick(operationIDs.size())]);
+            participant.undo(actions[pick(actions.size())]);
         }
     }
 

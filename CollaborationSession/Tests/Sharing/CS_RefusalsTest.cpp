@@ -1,8 +1,13 @@
-// What a client refuses of its own operations, once each, and why.
+// What clients are told of their own actions of which less happened than was meant.
 
 #include "Sharing/CS_MakeEntry.h"
 #include "Sharing/CS_SectionColumns.h"
 #include "Sharing/CS_SessionCase.h"
+
+#include "DOM_SectionProps.h"
+#include "DOM_SectionTag.h"
+
+#include "Util_Cast.h"
 
 #include <memory>
 #include <string>
@@ -16,83 +21,31 @@ namespace
 
 using namespace CollaborationEngine;
 
-/// A pending setting that can't be brought past another one, and text behind it.
-class SettingWithoutPlace : public testing::Test
+// Nothing is told of it: of two values for one thing the later one stands, and what was typed behind either stays.
+TEST(Refusals, TwoSettingsOfOneSectionLeaveTheLaterAndAllThatWasTypedBehind)
 {
-protected:
-    SettingWithoutPlace()
+    for (const std::size_t later : {0u, 1u})
     {
-        _session[0].execute(_twoColumns);
-        _session[0].replace(1, 1, "x");
-        _session[1].execute(_threeColumns);
-        _batch = *_session[1].getClient().takeBatch();
+        SessionCase session("{|ab}${|cd}");
+        SetPropertyOperation columns[] = {setSectionColumns(5, 2), setSectionColumns(5, 3)};
+        session[0].execute(columns[0]);
+        session[0].replace(1, 1, "x");
+        session[1].execute(columns[1]);
+        session[1].replace(2, 2, "y");
+        session[1 - later].send();
+        session[later].send();
+        session.settle();
+        EXPECT_EQ(session[0].show(), "{|axby}${|cd}");
+        EXPECT_TRUE(session[0].getClient().takeRefusals().empty());
+        EXPECT_TRUE(session[1].getClient().takeRefusals().empty());
+        SessionCase expected("{|axby}${|cd}", 1);
+        SetPropertyOperation setting = setSectionColumns(7, later == 0 ? 2 : 3);
+        expected[0].execute(setting);
+        EXPECT_TRUE(session[0].getClient().getDocument() == expected[0].getClient().getDocument());
     }
-
-    OperationHappened makeOtherSetting() const
-    {
-        return makeEntry(2, 1, _batch._operations.front());
-    }
-
-    void receive(const std::vector<ServerMessage>& messages)
-    {
-        _session[0].getClient().receive(messages);
-    }
-
-    /// The refusals must be of the setting and of the text.
-    void expectRefusals(const std::string& reasonOfTheSetting, const std::string& reasonOfTheText)
-    {
-        const auto refusals = _session[0].getClient().takeRefusals();
-        ASSERT_EQ(refusals.size(), 2u);
-        EXPECT_EQ(refusals[0]._operationID, *_twoColumns.getID());
-        EXPECT_EQ(refusals[0]._reason, reasonOfTheSetting);
-        EXPECT_EQ(refusals[1]._operationID, _session[0].getOperationIDs().front());
-        EXPECT_EQ(refusals[1]._reason, reasonOfTheText);
-        EXPECT_EQ(_session[0].show(), "{|ab}${|cd}");
-    }
-
-    SessionCase _session{"{|ab}${|cd}"};
-    SetPropertyOperation _twoColumns = setSectionColumns(5, 2);
-    SetPropertyOperation _threeColumns = setSectionColumns(5, 3);
-    ClientBatch _batch;
-};
-
-TEST_F(SettingWithoutPlace, IsRefusedAndWhatWasMadeBehindItToo)
-{
-    receive({makeOtherSetting()});
-    expectRefusals("Same node transformation should never happen for this node type.",
-                   "It was made behind one that can't be placed any more.");
-    _session.getServer().receive(2, _batch);
-    _session.settle();
-    EXPECT_EQ(_session[0].show(), "{|ab}${|cd}");
 }
 
-TEST_F(SettingWithoutPlace, IsRefusedOnceIfTheServerRejectsItAndWhatWasMadeBehindItForItsOwnReason)
-{
-    ASSERT_TRUE(_session[0].getClient().takeBatch());
-    receive({makeOtherSetting(), OperationRejected{1, "No."}});
-    expectRefusals("No.", "It was made behind one that can't be placed any more.");
-}
-
-TEST_F(SettingWithoutPlace, IsRefusedOnceIfTheServerRejectsItLater)
-{
-    ASSERT_TRUE(_session[0].getClient().takeBatch());
-    receive({makeOtherSetting()});
-    receive({OperationRejected{1, "No."}, OperationRejected{2, "It neither."}});
-    expectRefusals("Same node transformation should never happen for this node type.",
-                   "It was made behind one that can't be placed any more.");
-    EXPECT_TRUE(_session[0].getClient().isQuiet());
-}
-
-TEST_F(SettingWithoutPlace, IsNotRefusedIfTheServerFoundOne)
-{
-    ASSERT_TRUE(_session[0].getClient().takeBatch());
-    receive({makeOtherSetting(), makeEntry(1, 1, std::make_shared<EmptyOperation>())});
-    const auto refusals = _session[0].getClient().takeRefusals();
-    ASSERT_EQ(refusals.size(), 1u);
-    EXPECT_EQ(refusals[0]._operationID, _session[0].getOperationIDs().front());
-}
-
-TEST(Refusals, RejectedOperationIsRefusedOnceAndWhatWasMadeBehindItGoesOn)
+TEST(Refusals, RefusedActionIsToldOnceAndWhatWasMadeBehindItGoesOn)
 {
     SessionCase session("{|ab}${|cd}");
     session[0].replace(1, 1, "x");
@@ -100,12 +53,13 @@ TEST(Refusals, RejectedOperationIsRefusedOnceAndWhatWasMadeBehindItGoesOn)
     session[0].execute(twoColumns);
     session[0].replace(6, 6, "y");
     ASSERT_TRUE(session[0].getClient().takeBatch());
-    const std::vector<ServerMessage> messages{OperationRejected{1, "No."}};
+    std::vector<ServerMessage> messages;
+    messages.emplace_back(makeRefusal(1, 1, 1, "No."));
     session[0].getClient().receive(messages);
     const auto refusals = session[0].getClient().takeRefusals();
     ASSERT_EQ(refusals.size(), 1u);
-    EXPECT_EQ(refusals[0]._operationID, session[0].getOperationIDs().front());
-    EXPECT_EQ(refusals[0]._reason, "No.");
+    EXPECT_EQ(refusals[0]._action, session[0].getActions().front());
+    EXPECT_EQ(refusals[0]._refusal, (Refusal{RefusalReason::FitsNoDocument, "No."}));
     EXPECT_EQ(session[0].show(), "{|ab}${|cyd}");
     EXPECT_EQ(session[0].getClient().getPendingCount(), 2u);
 }

@@ -25,6 +25,13 @@ std::shared_ptr<const Operation> makeHalfBadOperation()
     return std::make_shared<CompositeOperation>(std::move(parts));
 }
 
+std::shared_ptr<const Meaning> allOrNothing()
+{
+    auto meaning = std::make_shared<Meaning>();
+    meaning->_isAllOrNothing = true;
+    return meaning;
+}
+
 /// A client that keeps to no rules but those of the protocol.
 class HostileClient
 {
@@ -35,12 +42,12 @@ public:
     {
     }
 
-    void send(std::shared_ptr<const Operation> operation)
+    void send(std::shared_ptr<const Operation> operation, std::shared_ptr<const Meaning> meaning = nullptr)
     {
         ClientBatch batch;
         batch._base = _server.getRevision();
         batch._firstNumber = ++_sentCount;
-        batch._operations.push_back(std::move(operation));
+        batch._actions.push_back({std::move(operation), std::move(meaning)});
         _server.receive(_id, batch);
     }
 
@@ -49,22 +56,23 @@ public:
         return _id;
     }
 
-    const std::vector<OperationRejected>& getRejections() const
+    const std::vector<Refusal>& getRefusals() const
     {
-        return _rejections;
+        return _refusals;
     }
 
 private:
     void take(const ServerMessage& message)
     {
-        if (const auto* rejected = std::get_if<OperationRejected>(&message))
+        const auto* happened = std::get_if<ActionHappened>(&message);
+        if (happened && happened->_entry->_refusal)
         {
-            _rejections.push_back(*rejected);
+            _refusals.push_back(*happened->_entry->_refusal);
         }
     }
 
     Server& _server;
-    std::vector<OperationRejected> _rejections;
+    std::vector<Refusal> _refusals;
     unsigned long _sentCount = 0;
     ClientID _id;
 };
@@ -139,8 +147,8 @@ TEST(Server, ClientWhoseOutboxThrewGetsAllThatItLacksWhenItComesBack)
     listener._isBroken = false;
     listener.reconnect(0);
     ASSERT_EQ(listener._told.size(), 2u);
-    EXPECT_EQ(std::get<OperationHappened>(listener._told[0])._entry->_number, 1u);
-    EXPECT_EQ(std::get<OperationHappened>(listener._told[1])._entry->_number, 2u);
+    EXPECT_EQ(std::get<ActionHappened>(listener._told[0])._entry->_number, 1u);
+    EXPECT_EQ(std::get<ActionHappened>(listener._told[1])._entry->_number, 2u);
 }
 
 TEST(Server, OutboxThatThrowsWhileItsClientComesBackIsABrokenConnection)
@@ -167,13 +175,13 @@ TEST(Server, RejectionThatAThrowingOutboxLostIsToldWhenItsClientComesBack)
     Listener listener(session.getServer());
     listener._isBroken = true;
     ClientBatch batch;
-    batch._operations.emplace_back(SessionCase::makeBadOperation());
+    batch._actions.push_back({SessionCase::makeBadOperation(), nullptr});
     ASSERT_NO_THROW(session.getServer().receive(listener.getID(), batch));
     ASSERT_NO_THROW(listener.reconnect(0));
     listener._isBroken = false;
     listener.reconnect(0);
     ASSERT_EQ(listener._told.size(), 1u);
-    EXPECT_EQ(std::get<OperationRejected>(listener._told.front())._number, 1u);
+    EXPECT_EQ(std::get<ActionHappened>(listener._told.front())._entry->_number, 1u);
 }
 
 /// A batch comes to a server that has one operation of its client.
@@ -185,7 +193,8 @@ protected:
         _session[0].replace(1, 1, "x");
         _session.settle();
         _batch._base = 1;
-        _batch._operations = {std::make_shared<EmptyOperation>(), std::make_shared<EmptyOperation>()};
+        _batch._actions = {{std::make_shared<EmptyOperation>(), nullptr},
+                           {std::make_shared<EmptyOperation>(), nullptr}};
     }
 
     SessionCase _session{"{|ab}"};
@@ -222,18 +231,29 @@ TEST(Server, RejectedOperationThatHadChangedAPartLeavesNoTrace)
     std::vector<std::string> replacements;
     server.setOnDocumentReplaced([&] { replacements.push_back(DOM::toJson(server.getDocument())); });
 
-    hostile.send(makeHalfBadOperation());
+    hostile.send(makeHalfBadOperation(), allOrNothing());
 
     EXPECT_EQ(DOM::toJson(server.getDocument()), before);
-    // Of the part that was good. The deletion that was executed again isn't told of.
-    EXPECT_EQ(notificationsCount, 1u);
-    EXPECT_EQ(replacements, std::vector<std::string>{before});
-    ASSERT_EQ(hostile.getRejections().size(), 1u);
-    EXPECT_FALSE(hostile.getRejections().front()._reason.empty());
-    EXPECT_EQ(session[0].getInboxSize() + session[1].getInboxSize(), 0u);
-    EXPECT_EQ(server.getRevision(), 1u);
+    // Of the part that was good, which came and went. The deletion that was executed again isn't told of.
+    EXPECT_EQ(notificationsCount, 2u);
+    EXPECT_EQ(replacements.size(), 1u);
+    ASSERT_EQ(hostile.getRefusals().size(), 1u);
+    EXPECT_EQ(hostile.getRefusals().front()._reason, RefusalReason::NotWhole);
+    EXPECT_FALSE(hostile.getRefusals().front()._sentence.empty());
     session[1].replace(0, 0, "x");
     session.settle();
+    EXPECT_EQ(session[0].getText(), "xabcd");
+}
+
+TEST(Server, APartThatFitsNoDocumentCostsThatPartAlone)
+{
+    SessionCase session("{|ab}");
+    HostileClient hostile(session.getServer());
+    hostile.send(makeHalfBadOperation());
+    ASSERT_EQ(hostile.getRefusals().size(), 1u);
+    EXPECT_EQ(hostile.getRefusals().front()._reason, RefusalReason::FitsNoDocument);
+    session.settle();
+    EXPECT_EQ(session[0].getText(), "xab");
 }
 
 TEST(Server, WhatAnObserverThrowsIsAFailureOfTheOperation)
@@ -244,10 +264,10 @@ TEST(Server, WhatAnObserverThrowsIsAFailureOfTheOperation)
     server.getNotifications().add(observer);
     session[0].replace(1, 1, "x");
     session.settle();
-    EXPECT_EQ(server.getRevision(), 0u);
+    EXPECT_EQ(session[1].getText(), "ab");
     const auto refusals = session[0].getClient().takeRefusals();
     ASSERT_EQ(refusals.size(), 1u);
-    EXPECT_EQ(refusals[0]._reason, "An observer failed");
+    EXPECT_EQ(refusals[0]._refusal._sentence, "An observer failed");
     observer.reset();
     session[0].replace(2, 2, "y");
     session.settle();
@@ -265,13 +285,14 @@ TEST(Server, ManyBadOperationsExecuteNoEntryAgainMoreThanOnce)
     }
     for (unsigned long round = 1; round <= 5; ++round)
     {
-        hostile.send(makeHalfBadOperation());
-        EXPECT_EQ(session.getServer().getStatistics()._replayedCount, 10u);
+        hostile.send(makeHalfBadOperation(), allOrNothing());
+        // The entries of text, and those of which nothing happened, each once.
+        EXPECT_EQ(session.getServer().getStatistics()._replayedCount, 10u + round - 1);
     }
     session[1].replace(0, 0, "y");
     session.settle();
-    hostile.send(makeHalfBadOperation());
-    EXPECT_EQ(session.getServer().getStatistics()._replayedCount, 11u);
+    hostile.send(makeHalfBadOperation(), allOrNothing());
+    EXPECT_EQ(session.getServer().getStatistics()._replayedCount, 16u);
     EXPECT_EQ(session.getServer().getStatistics()._rejectedCount, 6u);
     EXPECT_EQ(session.join().getText(), "yaxxxxxxxxxxb");
     session.settle();
@@ -279,7 +300,7 @@ TEST(Server, ManyBadOperationsExecuteNoEntryAgainMoreThanOnce)
 
 TEST(Server, KeepsNoMoreHistoryWhenOperationsFailAllTheTime)
 {
-    SessionCase session("{|ab}", 2, 10);
+    SessionCase session("{|ab}", 2, {10});
     HostileClient hostile(session.getServer());
     for (std::size_t round = 0; round < 100; ++round)
     {
@@ -287,78 +308,8 @@ TEST(Server, KeepsNoMoreHistoryWhenOperationsFailAllTheTime)
         session.settle();
         hostile.send(makeHalfBadOperation());
     }
-    EXPECT_EQ(session.getServer().getRevision(), 100u);
+    EXPECT_EQ(session.getServer().getRevision(), 200u);
     EXPECT_LE(session.getServer().getKeptEntriesCount(), 20u);
-}
-
-/// Two set the columns of one section, and one of these goes on typing.
-class BrokenBridge : public testing::Test
-{
-protected:
-    BrokenBridge()
-    {
-        SetPropertyOperation twoColumns = setSectionColumns(5, 2);
-        _session[0].execute(twoColumns);
-        _session[0].replace(1, 1, "x");
-        _session[0].putCaret(2);
-        SetPropertyOperation threeColumns = setSectionColumns(5, 3);
-        _session[1].execute(threeColumns);
-    }
-
-    SessionCase _session{"{|ab}${|cd}", 3};
-};
-
-TEST_F(BrokenBridge, AuthorIsToldWhyAndWhatWasMadeBehindItCantBePlacedEither)
-{
-    std::vector<std::string> reasons;
-    const ClientBatch batch = *_session[0].getClient().takeBatch();
-    Listener listener(_session.getServer());
-    _session[1].send();
-    ClientBatch foreign = batch;
-    foreign._selection = nullptr;
-    _session.getServer().receive(listener.getID(), foreign);
-    for (const ServerMessage& message : listener._told)
-    {
-        if (const auto* rejected = std::get_if<OperationRejected>(&message))
-        {
-            reasons.push_back(rejected->_reason);
-        }
-    }
-    EXPECT_EQ(reasons, (std::vector<std::string>{"Same node transformation should never happen for this node type.",
-                                                 "It was made behind one that fits no document."}));
-}
-
-TEST_F(BrokenBridge, SelectionThatCantBePlacedIsGoneEverywhere)
-{
-    _session[1].send();
-    _session[0].send();
-    _session.settle();
-    EXPECT_EQ(_session[0].getClient().findOwnSelection(), nullptr);
-    EXPECT_TRUE(_session.getServer().getSelections().empty());
-    EXPECT_TRUE(_session[2].getClient().getSelections().empty());
-    EXPECT_EQ(_session[0].show(), "{|ab}${|cd}");
-}
-
-TEST_F(BrokenBridge, AuthorHearsOfEachOperationOnce)
-{
-    _session[1].send();
-    _session[0].send();
-    _session.settle();
-    const auto refusals = _session[0].getClient().takeRefusals();
-    ASSERT_EQ(refusals.size(), 2u);
-    EXPECT_EQ(refusals[0]._reason, "Same node transformation should never happen for this node type.");
-    EXPECT_EQ(refusals[1]._reason, "It was made behind one that fits no document.");
-}
-
-TEST_F(BrokenBridge, SelectionIsThereAgainWithTheNextOne)
-{
-    _session[1].send();
-    _session[0].send();
-    _session[0].replace(0, 0, "y");
-    _session[0].putCaret(1);
-    _session.settle();
-    ASSERT_NE(_session[0].getClient().findOwnSelection(), nullptr);
-    EXPECT_EQ(_session.getServer().getSelections().count(1), 1u);
 }
 
 } // namespace

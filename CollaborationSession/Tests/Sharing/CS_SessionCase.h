@@ -7,6 +7,9 @@
 #include "Sharing/CS_Client.h"
 #include "Sharing/CS_Server.h"
 
+#include "CE_SetPropertyOperation.h"
+#include "DClb_NodeTypes.h"
+#include "DClb_PropertyValues.h"
 #include "DOM_CheckInvariants.h"
 #include "DOM_DocumentJson.h"
 #include "TS_TextCase.h"
@@ -27,18 +30,13 @@ namespace Zem::CollaborationSession
 class Participant
 {
 public:
-    explicit Participant(Server& server, Revision checkpointInterval = Client::defaultCheckpointInterval)
+    explicit Participant(Server& server, ClientSettings settings = {})
         : _server(server)
         , _inbox(std::make_shared<std::deque<ServerMessage>>())
-        , _client(join(checkpointInterval))
-        , _editor(makeEditor())
+        , _client(join(settings))
+        , _editor(std::make_unique<TextEditor>(*_client, TextEditor::getMainTextAddress()))
     {
-        _client->setOnDocumentReplaced(
-            [this]
-            {
-                ++_replacementsCount;
-                _editor->reload();
-            });
+        _client->setOnDocumentReplaced([this] { ++_replacementsCount; });
     }
 
     Client& getClient()
@@ -46,41 +44,49 @@ public:
         return *_client;
     }
 
+    TextEditor& getEditor()
+    {
+        return *_editor;
+    }
+
     /// Remembers what it did, for `undo`.
     void replace(unsigned long begin, unsigned long end, std::string_view text)
     {
-        remember(_editor->replace(begin, end, text));
+        remember([&] { _editor->replace(begin, end, text); });
     }
 
     void setRunProperty(unsigned long begin, unsigned long end, DOMCollaboration::PropertyId propertyId,
                         const SharedConstPtr<CollaborationEngine::DataValue>& value)
     {
-        remember(_editor->setRunProperty(begin, end, propertyId, value));
+        remember([&] { _editor->setRunProperty(begin, end, propertyId, value); });
     }
 
     void setParagraphProperty(unsigned long begin, unsigned long end, DOMCollaboration::PropertyId propertyId,
                               const SharedConstPtr<CollaborationEngine::DataValue>& value)
     {
-        remember(_editor->setParagraphProperty(begin, end, propertyId, value));
+        remember([&] { _editor->setParagraphProperty(begin, end, propertyId, value); });
     }
 
-    /// The ids of the own operations, the oldest first.
-    const std::vector<CollaborationEngine::Operation::Id>& getOperationIDs() const
+    void setRunLook(unsigned long begin, unsigned long end, const LookChange& change)
     {
-        return _operationIDs;
+        remember([&] { _editor->setRunLook(begin, end, change); });
     }
 
-    /// Undoes an own operation; says whether the client still knew it.
-    bool undo(CollaborationEngine::Operation::Id operationID)
+    void setParagraphLook(unsigned long begin, unsigned long end, const LookChange& change)
     {
-        CollaborationEngine::OperationUPtr undoing = _client->makeUndo(operationID);
-        if (!undoing)
-        {
-            return false;
-        }
-        CollaborationEngine::OperationUPtr changedOp;
-        _client->getExecutor().executeAndChangeIfNeeded(*undoing, changedOp);
-        return true;
+        remember([&] { _editor->setParagraphLook(begin, end, change); });
+    }
+
+    /// The ids of the own actions, the oldest first.
+    const std::vector<ActionID>& getActions() const
+    {
+        return _actions;
+    }
+
+    /// Undoes an own action; says whether there was anything to undo.
+    bool undo(ActionID action)
+    {
+        return _client->undo(action);
     }
 
     std::string getText() const
@@ -169,11 +175,14 @@ public:
     int _replacementsCount = 0;
 
 private:
-    void remember(const Operations& operations)
+    template<class Edit>
+    void remember(const Edit& edit)
     {
-        for (const auto& operation : operations)
+        const ActionID before = _client->getLastAction();
+        edit();
+        if (_client->getLastAction() != before)
         {
-            _operationIDs.push_back(operation->getID().value());
+            _actions.push_back(_client->getLastAction());
         }
     }
 
@@ -182,31 +191,24 @@ private:
         return [inbox](const ServerMessage& message) { inbox->push_back(message); };
     }
 
-    std::unique_ptr<Client> join(Revision checkpointInterval)
+    std::unique_ptr<Client> join(const ClientSettings& settings)
     {
         auto [id, snapshot] = _server.join(makeOutbox(_inbox));
-        return std::make_unique<Client>(id, snapshot, checkpointInterval);
-    }
-
-    std::unique_ptr<TextEditor> makeEditor()
-    {
-        return std::make_unique<TextEditor>(_client->getAdapter(), _client->getExecutor(), _client->getNotifications(),
-                                            TextEditor::getMainTextAddress());
+        return std::make_unique<Client>(id, snapshot, settings);
     }
 
     Server& _server;
     std::shared_ptr<std::deque<ServerMessage>> _inbox;
     std::unique_ptr<Client> _client;
     std::unique_ptr<TextEditor> _editor;
-    std::vector<CollaborationEngine::Operation::Id> _operationIDs;
+    std::vector<ActionID> _actions;
 };
 
 class SessionCase
 {
 public:
-    explicit SessionCase(std::string_view notation, std::size_t clientsCount = 2,
-                         Revision checkpointInterval = Server::defaultCheckpointInterval)
-        : _server(DocumentKind::Text, makeDocument(notation), checkpointInterval)
+    explicit SessionCase(std::string_view notation, std::size_t clientsCount = 2, ServerSettings settings = {})
+        : _server(DocumentKind::Text, makeDocument(notation), settings)
     {
         for (std::size_t index = 0; index < clientsCount; ++index)
         {
@@ -214,9 +216,9 @@ public:
         }
     }
 
-    Participant& join(Revision clientCheckpointInterval = Client::defaultCheckpointInterval)
+    Participant& join(ClientSettings settings = {})
     {
-        _participants.push_back(std::make_unique<Participant>(_server, clientCheckpointInterval));
+        _participants.push_back(std::make_unique<Participant>(_server, settings));
         return *_participants.back();
     }
 
@@ -270,10 +272,17 @@ public:
         return document;
     }
 
-    /// An insertion that no document takes: behind its end.
+    /// An operation that is well formed, and fits no document: a setting of a run where no run is.
     static CollaborationEngine::OperationUPtr makeBadOperation()
     {
-        return TestSupport::insert(1000, "x");
+        using DOMCollaboration::PropertyId;
+        using Value = DOMCollaboration::MapPropertyIdToSimpleDataValue<PropertyId::RunPropertyId>;
+        CollaborationEngine::OperationNodeAddress address = TextEditor::getMainTextAddress();
+        address.appendItems(NodeAddressing::AddressInList(0));
+        return std::make_unique<CollaborationEngine::SetPropertyOperation>(
+            std::move(address), DOMCollaboration::convertOperationNodeType(DOMCollaboration::OperationDOMNodeType::Run),
+            DOMCollaboration::convertPropertyId(PropertyId::RunPropertyId), makeSharedConst<Value>(nullptr),
+            makeSharedConst<Value>(std::make_shared<DOM::RunProps>()));
     }
 
 private:

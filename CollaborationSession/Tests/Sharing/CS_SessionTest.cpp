@@ -30,7 +30,7 @@ void expectEnd(SessionCase& session, std::string_view text)
 /// Undoes the first own operation of a client.
 void undoFirst(SessionCase& session, std::size_t who)
 {
-    EXPECT_TRUE(session[who].undo(session[who].getOperationIDs().front()));
+    EXPECT_TRUE(session[who].undo(session[who].getActions().front()));
 }
 
 /// What a client has to send, the last operation of it replaced by one that no document takes: the operation is good
@@ -38,7 +38,7 @@ void undoFirst(SessionCase& session, std::size_t who)
 ClientBatch takeSpoiltBatch(Participant& participant)
 {
     ClientBatch batch = *participant.getClient().takeBatch();
-    batch._operations.back() = std::shared_ptr<const Operation>(SessionCase::makeBadOperation());
+    batch._actions.back() = {SessionCase::makeBadOperation(), nullptr};
     return batch;
 }
 
@@ -116,7 +116,7 @@ TEST(Session, WordTypedAloneIntoARemovedParagraphStaysOneParagraphLetterByLetter
 
 TEST(Session, LateJoinerGetsWhatIsThere)
 {
-    SessionCase session("{|ab}", 1, 4);
+    SessionCase session("{|ab}", 1, {4});
     for (int round = 0; round < 10; ++round)
     {
         session[0].replace(1, 1, "x");
@@ -132,7 +132,7 @@ TEST(Session, LateJoinerGetsWhatIsThere)
 
 TEST(Session, ServerKeepsNoMoreHistoryThanItsClientsMayNeed)
 {
-    SessionCase session("{|ab}", 2, 10);
+    SessionCase session("{|ab}", 2, {10});
     for (int round = 0; round < 100; ++round)
     {
         session[0].replace(1, 1, "x");
@@ -184,16 +184,17 @@ TEST(Session, OperationThatFitsNoDocumentIsRejectedAndNobodyElseNotices)
 {
     SessionCase session("{|ab}");
     ClientBatch batch;
-    batch._operations.emplace_back(SessionCase::makeBadOperation());
-    const auto inboxBefore = session[1].getInboxSize();
+    batch._actions.push_back({SessionCase::makeBadOperation(), nullptr});
     std::vector<ServerMessage> told;
     auto [id, snapshot] = session.getServer().join([&](const ServerMessage& message) { told.push_back(message); });
     session.getServer().receive(id, batch);
     ASSERT_EQ(told.size(), 1u);
-    EXPECT_EQ(std::get<OperationRejected>(told.front())._number, 1u);
-    EXPECT_FALSE(std::get<OperationRejected>(told.front())._reason.empty());
-    EXPECT_EQ(session[1].getInboxSize(), inboxBefore);
-    EXPECT_EQ(session.getServer().getRevision(), 0u);
+    const HistoryEntry& entry = *std::get<ActionHappened>(told.front())._entry;
+    EXPECT_EQ(entry._number, 1u);
+    ASSERT_TRUE(entry._refusal);
+    EXPECT_EQ(entry._refusal->_reason, RefusalReason::FitsNoDocument);
+    EXPECT_FALSE(entry._refusal->_sentence.empty());
+    EXPECT_TRUE(cast<EmptyOperation>(entry._action._operation.get()));
     expectEnd(session, "ab");
 }
 
@@ -207,7 +208,8 @@ TEST(Session, AuthorOfARejectedOperationGoesOnWithoutIt)
     expectEnd(session, "yab");
     const auto refusals = session[0].getClient().takeRefusals();
     ASSERT_EQ(refusals.size(), 1u);
-    EXPECT_FALSE(refusals.front()._reason.empty());
+    EXPECT_EQ(refusals.front()._action, session[0].getActions().front());
+    EXPECT_FALSE(refusals.front()._refusal._sentence.empty());
     EXPECT_TRUE(session[0].getClient().takeRefusals().empty());
 }
 
@@ -263,7 +265,7 @@ TEST(Session, BatchesThatNoClientCanHaveSentAreErrors)
     SessionCase session("{|ab}");
     Server& server = session.getServer();
     ClientBatch batch;
-    batch._operations.emplace_back(std::make_shared<EmptyOperation>());
+    batch._actions.push_back({std::make_shared<EmptyOperation>(), nullptr});
     EXPECT_THROW(server.receive(77, batch), InvalidBatchError);
     batch._base = 5;
     EXPECT_THROW(server.receive(1, batch), InvalidBatchError);
@@ -271,7 +273,7 @@ TEST(Session, BatchesThatNoClientCanHaveSentAreErrors)
     batch._firstNumber = 2;
     EXPECT_THROW(server.receive(1, batch), InvalidBatchError);
     batch._firstNumber = 1;
-    batch._operations.front() = nullptr;
+    batch._actions.front() = Action();
     EXPECT_THROW(server.receive(1, batch), InvalidBatchError);
     EXPECT_THROW(server.reconnect(1, 1, [](const ServerMessage&) {}), InvalidBatchError);
     EXPECT_THROW(server.leave(77), InvalidBatchError);
@@ -282,8 +284,7 @@ TEST(Session, PendingOperationIsTakenBackUnlessItWasSent)
 {
     SessionCase session("{|ab}");
     Client& client = session[0].getClient();
-    TextEditor editor(client.getAdapter(), client.getExecutor(), client.getNotifications(),
-                      TextEditor::getMainTextAddress());
+    TextEditor editor(client, TextEditor::getMainTextAddress());
     Operations typed = editor.replace(1, 1, "x");
     editor.takeBack(typed);
     EXPECT_TRUE(client.isQuiet());
@@ -332,7 +333,7 @@ TEST(Session, DeletionCantBeTakenBackTwice)
     session[0].replace(3, 7, "");
     session[1].replace(3, 7, "");
     session.settle();
-    const auto deletion = session[0].getOperationIDs().front();
+    const auto deletion = session[0].getActions().front();
     EXPECT_TRUE(session[0].undo(deletion));
     EXPECT_FALSE(session[0].undo(deletion));
     session.settle();
@@ -346,7 +347,7 @@ TEST(Session, UnknownOperationCantBeUndone)
     EXPECT_FALSE(session[0].undo(12345));
     session[1].replace(0, 0, "x");
     session.settle();
-    EXPECT_FALSE(session[0].undo(session[1].getOperationIDs().front()));
+    EXPECT_FALSE(session[0].undo(session[1].getActions().front() + 1));
 }
 
 TEST(Session, SelectionsOfOthersMoveWithTheText)
@@ -374,11 +375,11 @@ TEST(Session, CaretInAPendingWordStaysAtItsLetterWhenTheWordGetsAParagraph)
         session[1].replace(3, 6, "");
         session[1].send();
         session[0].receive();
-        EXPECT_EQ(session[0].show(), "{|ab}[.....]{|word}{|ef}");
-        EXPECT_EQ(getOwnCaret(session[0]), 12u + letter);
+        EXPECT_EQ(session[0].show(), "{|ab}[...]{|word}[..]{|ef}");
+        EXPECT_EQ(getOwnCaret(session[0]), 8u + letter);
         session.settle();
-        EXPECT_EQ(getOwnCaret(session[0]), 12u + letter);
-        EXPECT_EQ(getCaretOf(1, session[1]), 12u + letter);
+        EXPECT_EQ(getOwnCaret(session[0]), 8u + letter);
+        EXPECT_EQ(getCaretOf(1, session[1]), 8u + letter);
     }
 }
 
@@ -403,14 +404,11 @@ TEST(Session, CaretInsidePendingTextSurvivesEveryRebase)
 // What the server had said of the lost one used to take the next one away.
 TEST(Session, SelectionBehindOneThatWasLostSurvivesABrokenConnection)
 {
-    SessionCase session("{|ab}${|cd}");
-    SetPropertyOperation twoColumns = setSectionColumns(5, 2);
-    session[0].execute(twoColumns);
-    session[0].send();
-    SetPropertyOperation threeColumns = setSectionColumns(5, 3);
-    session[1].execute(threeColumns);
+    SessionCase session("{|ab}");
     session[1].putCaret(1);
     session.settle();
+    const std::vector<ServerMessage> messages{SelectionMoved{0, 2, nullptr}};
+    session[1].getClient().receive(messages);
     ASSERT_EQ(session[1].getClient().findOwnSelection(), nullptr);
     session[1].putCaret(2);
     session.settle();

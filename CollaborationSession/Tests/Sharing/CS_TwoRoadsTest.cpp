@@ -120,10 +120,10 @@ private:
         }
         if (!_composesTyping)
         {
-            ASSERT_EQ(batch->_operations.size(), other->_operations.size());
-            for (std::size_t index = 0; index < batch->_operations.size(); ++index)
+            ASSERT_EQ(batch->_actions.size(), other->_actions.size());
+            for (std::size_t index = 0; index < batch->_actions.size(); ++index)
             {
-                ASSERT_TRUE(areDeeplyEqual(*batch->_operations[index], *other->_operations[index]));
+                ASSERT_TRUE(areDeeplyEqual(*batch->_actions[index]._operation, *other->_actions[index]._operation));
             }
         }
         _beside.getServer().receive(who + 1, *batch);
@@ -163,30 +163,22 @@ private:
         const unsigned long length = pick(3) * pick(2);
         static constexpr const char* texts[] = {"", "x", "yz", "\n", "p\nq"};
         const char* const typed = texts[pick(std::size(texts))];
-        std::vector<Operation::Id> ids[2];
-        std::size_t side = 0;
         both(
             [&](ManyNodesSession& session)
             {
-                Client& client = session[who].getClient();
-                std::vector<Operation::Id>& idsOfSide = ids[side++];
                 try
                 {
-                    TextEditor editor(client.getAdapter(), client.getExecutor(), client.getNotifications(), text);
+                    TextEditor editor(session[who].getClient(), text);
                     const unsigned long count = editor.getIndex().getCharactersCount();
                     const unsigned long first = std::min(count, firstCharacter + begin);
-                    for (const OperationUPtr& operation : editor.replace(first, std::min(count, first + length), typed))
-                    {
-                        idsOfSide.push_back(operation->getID().value());
-                    }
+                    editor.replace(first, std::min(count, first + length), typed);
                 }
                 catch (const InvalidEditError&)
                 {
                     // The text is gone, or doesn't take the edit.
                 }
             });
-        ASSERT_EQ(ids[0], ids[1]);
-        _operationIDs[who].insert(_operationIDs[who].end(), ids[0].begin(), ids[0].end());
+        ASSERT_EQ(_beside[who].getClient().getLastAction(), _takenBack[who].getClient().getLastAction());
     }
 
     /// What no text takes; it may fail, on both roads then.
@@ -207,7 +199,6 @@ private:
             }
         }();
         std::vector<bool> haveFailed;
-        Operation::Id id = 0;
         both(
             [&](ManyNodesSession& session)
             {
@@ -216,7 +207,6 @@ private:
                 {
                     session[who].execute(*copy);
                     haveFailed.push_back(false);
-                    id = copy->getID().value();
                 }
                 catch (const std::exception&)
                 {
@@ -224,28 +214,17 @@ private:
                 }
             });
         ASSERT_EQ(haveFailed[0], haveFailed[1]);
-        if (!haveFailed[0])
-        {
-            _operationIDs[who].push_back(id);
-        }
     }
 
-    /// Composed, an operation may be known by its own id on one road only.
+    /// Composed, an action may be known by its own id on one road only.
     void undo(std::size_t who)
     {
-        if (_operationIDs[who].empty())
+        const ActionID last = _beside[who].getClient().getLastAction();
+        if (last > 0)
         {
-            return;
-        }
-        const Operation::Id id = _operationIDs[who][pick(_operationIDs[who].size())];
-        const OperationUPtr undoing = _beside[who].getClient().makeUndo(id);
-        const OperationUPtr other = _takenBack[who].getClient().makeUndo(id);
-        ASSERT_TRUE(_composesTyping || static_cast<bool>(undoing) == static_cast<bool>(other));
-        if (undoing && other)
-        {
-            ASSERT_TRUE(_composesTyping || areDeeplyEqual(*undoing, *other));
-            _beside[who].execute(*undoing);
-            _takenBack[who].execute(*other);
+            const ActionID action = 1 + pick(last);
+            const bool isUndone = _beside[who].getClient().undo(action);
+            ASSERT_EQ(isUndone, _takenBack[who].getClient().undo(action));
         }
     }
 
@@ -278,9 +257,8 @@ private:
 
     std::mt19937_64 _random;
     bool _composesTyping;
-    ManyNodesSession _beside{3, 16};
-    ManyNodesSession _takenBack{3, 16};
-    std::map<std::size_t, std::vector<Operation::Id>> _operationIDs;
+    ManyNodesSession _beside{3, {16}};
+    ManyNodesSession _takenBack{3, {16}};
 };
 
 void runSeeds(unsigned long seedsCount, bool composesTyping)
@@ -290,7 +268,7 @@ void runSeeds(unsigned long seedsCount, bool composesTyping)
     {
         SCOPED_TRACE("seed " + std::to_string(seed));
         TwoRoads roads(seed, composesTyping);
-        roads.run(200);
+        roads.run(240);
         besideCount += roads.countBeside();
     }
     EXPECT_GT(besideCount, 2 * seedsCount);

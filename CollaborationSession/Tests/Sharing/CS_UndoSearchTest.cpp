@@ -2,8 +2,8 @@
 
 #include "Sharing/CS_NodeOperations.h"
 #include "Sharing/CS_SectionColumns.h"
+#include "Sharing/CS_SettlingTransformer.h"
 
-#include "DClb_DocumentOperationTransformer.h"
 #include "DOM_Blocks.h"
 #include "DOM_Runs.h"
 
@@ -41,10 +41,10 @@ protected:
         _session.settle();
     }
 
-    Operation::Id execute(std::size_t who, OperationUPtr operation)
+    ActionID execute(std::size_t who, OperationUPtr operation)
     {
         _session[who].execute(*operation);
-        return operation->getID().value();
+        return _session[who].getClient().getLastAction();
     }
 
     const DOM::TextWithTombstones* findCellText()
@@ -61,8 +61,8 @@ protected:
     }
 
     ManyNodesSession _session{3};
-    Operation::Id _tableRemoval = 0;
-    Operation::Id _wordRemoval = 0;
+    ActionID _tableRemoval = 0;
+    ActionID _wordRemoval = 0;
 };
 
 // Its undo used to bring the word back as its author had seen it, without what others had done to it.
@@ -139,77 +139,69 @@ protected:
 
     static std::string printUndo(const UndoSearch& search)
     {
-        const OperationUPtr undo = search.makeUndo();
-        return undo ? print(*undo) : "none";
+        return print(*search.makeUndo());
     }
 
-    DOMCollaboration::DocumentOperationTransformer _transformer;
-    UndoSearch _search{_transformer, 7};
+    SettlingTransformer _transformer;
 };
 
-TEST_F(UndoSearchTest, FindsTheOwnOperationAlone)
+TEST_F(UndoSearchTest, BringsTheUndoPastWhatCameLater)
 {
-    _search.pass(*withID(TestSupport::insert(2, "a"), 7), false);
-    EXPECT_EQ(printUndo(_search), "none");
-    _search.pass(*withID(TestSupport::insert(3, "b"), 6), true);
-    EXPECT_EQ(printUndo(_search), "none");
-    _search.pass(*withID(TestSupport::insert(4, "c"), 7), true);
-    EXPECT_EQ(printUndo(_search), "mark 4:c");
-    _search.pass(*TestSupport::insert(0, "xy"), false);
-    EXPECT_EQ(printUndo(_search), "mark 6:c");
+    UndoSearch search(_transformer, withID(TestSupport::insert(4, "c"), 7));
+    EXPECT_EQ(printUndo(search), "mark 4:c");
+    search.pass(TestSupport::insert(0, "xy"));
+    EXPECT_EQ(printUndo(search), "mark 6:c");
 }
 
 TEST_F(UndoSearchTest, BeginsAgainWhereTheOperationIsBroughtAlong)
 {
-    _search.pass(*shadow(TestSupport::insert(4, "c"), 7), true);
-    EXPECT_EQ(printUndo(_search), "shadowed mark 4:c");
-    _search.pass(*TestSupport::insert(0, "xy"), false);
-    _search.pass(
-        *makeUnit(TestSupport::restore(1, "r"), withID(TestSupport::insert(8, "c"), 7), TestSupport::insert(3, "z")),
-        false);
-    EXPECT_EQ(printUndo(_search), "mark 9:c");
-    _search.pass(*TestSupport::insert(0, "v"), false);
-    EXPECT_EQ(printUndo(_search), "mark 10:c");
+    UndoSearch search(_transformer, shadow(TestSupport::insert(4, "c"), 7));
+    EXPECT_EQ(printUndo(search), "shadowed mark 4:c");
+    search.pass(TestSupport::insert(0, "xy"));
+    search.pass(
+        makeUnit(TestSupport::restore(1, "r"), withID(TestSupport::insert(8, "c"), 7), TestSupport::insert(3, "z")));
+    EXPECT_EQ(printUndo(search), "mark 9:c");
+    search.pass(TestSupport::insert(0, "v"));
+    EXPECT_EQ(printUndo(search), "mark 10:c");
 }
 
 TEST_F(UndoSearchTest, TakesPiecesTogetherAndLooksIntoUnitsInOtherOperations)
 {
-    _search.pass(*shadow(TestSupport::mark(4, 6), 7), true);
+    UndoSearch search(_transformer, shadow(TestSupport::mark(4, 6), 7));
     OperationUPtr inner = makeUnit(TestSupport::restore(1, "r"), withID(TestSupport::mark(8, 9), 7),
                                    withID(TestSupport::mark(12, 13), 7));
     std::vector<OperationUPtr> parts;
     parts.push_back(TestSupport::insert(0, "w"));
     parts.push_back(makeUnit(TestSupport::restore(2, "s"), std::move(inner), TestSupport::insert(3, "z")));
     parts.push_back(TestSupport::insert(0, "v"));
-    _search.pass(CompositeOperation(std::move(parts)), false);
-    EXPECT_EQ(printUndo(_search), "restore 14:. 10:.");
+    search.pass(std::make_shared<CompositeOperation>(std::move(parts)));
+    EXPECT_EQ(printUndo(search), "restore 14:. 10:.");
 }
 
 TEST_F(UndoSearchTest, GoesOnWithWhatTookEffectAtOnceOrCameBackInPart)
 {
     OperationUPtr whole = makeUnit(shadow(TestSupport::insert(1, "a"), 8), shadow(TestSupport::insert(2, "b"), 9),
                                    shadow(TestSupport::insert(3, "c"), 10));
-    _search.pass(*withID(std::move(whole), 7), true);
-    const std::string undoOfAll = printUndo(_search);
-    _search.pass(*makeUnit(TestSupport::restore(9, "r"), withID(TestSupport::insert(21, "a"), 8),
-                           withID(TestSupport::insert(22, "b"), 9)),
-                 false);
-    EXPECT_EQ(printUndo(_search), undoOfAll);
+    UndoSearch search(_transformer, withID(std::move(whole), 7));
+    const std::string undoOfAll = printUndo(search);
+    search.pass(makeUnit(TestSupport::restore(9, "r"), withID(TestSupport::insert(21, "a"), 8),
+                         withID(TestSupport::insert(22, "b"), 9)));
+    EXPECT_EQ(printUndo(search), undoOfAll);
 
-    UndoSearch live(_transformer, 7);
-    live.pass(*withID(TestSupport::insert(4, "c"), 7), true);
+    UndoSearch live(_transformer, withID(TestSupport::insert(4, "c"), 7));
     live.pass(
-        *makeUnit(TestSupport::restore(9, "r"), withID(TestSupport::insert(21, "c"), 7), TestSupport::insert(30, "d")),
-        false);
+        makeUnit(TestSupport::restore(9, "r"), withID(TestSupport::insert(21, "c"), 7), TestSupport::insert(30, "d")));
     EXPECT_EQ(printUndo(live), "mark 4:c");
 }
 
-TEST_F(UndoSearchTest, GivesNothingWhereTheUndoCantBeBroughtPastWhatCameLater)
+// Of two settings of a section the later stands; an undo changes only what nobody has set since.
+TEST_F(UndoSearchTest, UndoOfASettingLeavesALaterOne)
 {
-    _search.pass(*withID(std::make_unique<SetPropertyOperation>(setSectionColumns(5, 2)), 7), true);
-    EXPECT_NE(_search.makeUndo(), nullptr);
-    _search.pass(setSectionColumns(5, 3), false);
-    EXPECT_EQ(_search.makeUndo(), nullptr);
+    UndoSearch search(_transformer, withID(std::make_unique<SetPropertyOperation>(setSectionColumns(5, 2)), 7));
+    search.pass(std::make_shared<SetPropertyOperation>(setSectionColumns(5, 3)));
+    const auto undo = search.makeUndo();
+    const auto& setting = cast<SetPropertyOperation>(*undo);
+    EXPECT_TRUE(setting.getNewValue() == setSectionColumns(5, 3).getNewValue());
 }
 
 } // namespace

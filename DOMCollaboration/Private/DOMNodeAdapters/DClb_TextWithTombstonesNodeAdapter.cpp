@@ -10,15 +10,22 @@ namespace Zem::DOMCollaboration
 {
 
 template<bool isConst>
-const DOM::TextWithTombstones& GenericTextWithTombstonesNodeAdapter<isConst>::getTextWithTombstones() const
+ReadonlyVector<DOM::Blocks> GenericTextWithTombstonesNodeAdapter<isConst>::getBlocks() const
 {
-    return this->getSubject().getText();
+    return ReadonlyVector<DOM::Blocks>(this->getSubject().getText().getBlocks());
 }
 
 template<bool isConst>
-ReadonlyVector<DOM::Blocks> GenericTextWithTombstonesNodeAdapter<isConst>::getBlocks() const
+const CollaborationUtils::TombstonesStorage& GenericTextWithTombstonesNodeAdapter<isConst>::getTombstones() const
 {
-    return ReadonlyVector<DOM::Blocks>(getTextWithTombstones().getBlocks());
+    return this->getSubject().getText().getTombstones();
+}
+
+template<bool isConst>
+boost::optional<PlanePlace>
+GenericTextWithTombstonesNodeAdapter<isConst>::findPlace(IndexExcludingTombstones index) const
+{
+    return PlaneWalk::find(this->getSubject().getText().getBlocks(), index);
 }
 
 template<bool isConst>
@@ -30,15 +37,14 @@ IndexExcludingTombstones GenericTextWithTombstonesNodeAdapter<isConst>::getChild
 template<bool isConst>
 IndexIncludingTombstones GenericTextWithTombstonesNodeAdapter<isConst>::getChildrenCountIncludingTombstones() const
 {
-    return IndexIncludingTombstones(getChildrenCountExcludingTombstones().get() +
-                                    getTextWithTombstones().getTombstones().getTombstonesCount());
+    return IndexIncludingTombstones(getChildrenCountExcludingTombstones().get() + getTombstones().getTombstonesCount());
 }
 
 template<bool isConst>
 typename GenericTextWithTombstonesNodeAdapter<isConst>::ChildUPtr
 GenericTextWithTombstonesNodeAdapter<isConst>::createChildAdapterByIndexIfPossible(IndexIncludingTombstones index)
 {
-    const auto liveIndex = getTextWithTombstones().getTombstones().convertIndex(index);
+    const auto liveIndex = getTombstones().convertIndex(index);
     if (!liveIndex)
     {
         return std::make_unique<InOperationWorld<GenericTombstoneNodeAdapter, isConst>>();
@@ -50,7 +56,7 @@ template<bool isConst>
 typename GenericTextWithTombstonesNodeAdapter<isConst>::ChildUPtr
 GenericTextWithTombstonesNodeAdapter<isConst>::createChildAdapterByIndexIfPossible(IndexExcludingTombstones index)
 {
-    const boost::optional<PlanePlace> place = PlaneWalk::find(getTextWithTombstones().getBlocks(), index);
+    const boost::optional<PlanePlace> place = findPlace(index);
     return place ? createChildAdapterAt(*place) : nullptr;
 }
 

@@ -46,8 +46,8 @@ struct SharedStyleReference
 
 /// A row for one member of a shared style. `getStyle` gives the `SharedStyleReference` of the target; `setMember`, a
 /// member function of the style or another callable, sets a value on a style.
-///
-/// A style that is back at its defaults becomes none again, which equals it and costs nothing.
+/// It points the target at the style that the factory gives, also when that is the default one: only what was never
+/// set has none.
 template<PropertyId id, class GetStyle, class SetMember>
 constexpr auto styleProperty(GetStyle getStyle, SetMember setMember)
 {
@@ -57,10 +57,6 @@ constexpr auto styleProperty(GetStyle getStyle, SetMember setMember)
             const auto reference = getStyle(target);
             DOM::SetToSharedStyleDetails::setToSharedStyleVariadicImpl(
                 reference._factory, reference._sharedStyle, [&](auto& style) { std::invoke(setMember, style, value); });
-            if (DOM::isDefaultStyle(reference._sharedStyle))
-            {
-                reference._sharedStyle.reset();
-            }
         });
 }
 

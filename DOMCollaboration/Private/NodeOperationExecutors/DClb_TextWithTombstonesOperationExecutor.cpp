@@ -2,9 +2,10 @@
 
 #include "DClb_NodeTypes.h"
 #include "DClb_Utils.h"
-#include "Text/DClb_TextBusinessRules.h"
+#include "Text/DClb_OpenParagraphs.h"
 #include "Text/DClb_TextContents.h"
 #include "Text/DClb_TextEditing.h"
+#include "Text/DClb_TextNesting.h"
 
 #include "Util_Assert.h"
 #include "Util_Cast.h"
@@ -40,16 +41,18 @@ bool refuse(OperationUPtr& changedOp)
     return true;
 }
 
-/// Repairs the data of each range, and returns whether any range changed.
+/// Repairs the data of each range, gives it the marks that the tree will show, and returns whether any range changed.
 bool fixBusinessLogicForInsertion(RangeInfos& ranges, const DOM::Blocks& blocks)
 {
     findPlaces(ranges, blocks);
     bool isChanged = false;
     for (RangeInfo& range : ranges)
     {
+        const TextSurroundings surroundings(blocks, range.getAnchor());
         IndexExcludingTombstones startIndex = range.getStartIndex();
-        if (!TextBusinessRules::fixBusinessLogicForInsertion(range._data, startIndex,
-                                                             TextSurroundings(blocks, range.getAnchor())))
+        bool isRangeChanged = TextBusinessRules::fixBusinessLogicForInsertion(range._data, startIndex, surroundings);
+        isRangeChanged |= TextBusinessRules::closeOpenParagraphs(range._data, startIndex, surroundings);
+        if (!isRangeChanged)
         {
             continue;
         }
@@ -58,7 +61,7 @@ bool fixBusinessLogicForInsertion(RangeInfos& ranges, const DOM::Blocks& blocks)
                            "startIndex == rangeInfo.getStartIndex() || (startIndex + 1) == rangeInfo.getStartIndex()");
         if (startIndex != range.getStartIndex())
         {
-            range.setStartIndex(startIndex);
+            range.getAnchor().stepBack(blocks);
         }
         range.setSize(range._data.size());
     }
@@ -81,13 +84,23 @@ BusinessLogicValidationResult judgeRanges(RangeInfos& ranges, const DOM::Blocks&
     return BusinessLogicValidationResult::Valid;
 }
 
+/// What the grammar lets through is invalid too if it would leave a paragraph open.
+BusinessLogicValidationResult requireClosed(BusinessLogicValidationResult judgement, bool leavesParagraphOpen)
+{
+    return leavesParagraphOpen ? BusinessLogicValidationResult::Invalid : judgement;
+}
+
 BusinessLogicValidationResult fixBusinessLogicForRemoving(RangeInfos& ranges, const DOM::Blocks& blocks)
 {
-    return judgeRanges(ranges, blocks,
-                       [](const RangeInfo& range, const TextSurroundings& surroundings) {
-                           return TextBusinessRules::fixBusinessLogicForRemoving(range.getStartIndex(),
-                                                                                 range.getEndIndex(), surroundings);
-                       });
+    return judgeRanges(
+        ranges, blocks,
+        [](const RangeInfo& range, const TextSurroundings& surroundings)
+        {
+            const IndexExcludingTombstones begin = range.getStartIndex();
+            const IndexExcludingTombstones end = range.getEndIndex();
+            const auto judgement = TextBusinessRules::fixBusinessLogicForRemoving(begin, end, surroundings);
+            return requireClosed(judgement, TextBusinessRules::leavesParagraphOpen(begin, end, surroundings));
+        });
 }
 
 BusinessLogicValidationResult fixBusinessLogicForRestoring(RangeInfos& ranges, const DOM::Blocks& blocks)
@@ -95,7 +108,11 @@ BusinessLogicValidationResult fixBusinessLogicForRestoring(RangeInfos& ranges, c
     return judgeRanges(
         ranges, blocks,
         [](const RangeInfo& range, const TextSurroundings& surroundings)
-        { return TextBusinessRules::fixBusinessLogicForRestoring(range._data, range.getStartIndex(), surroundings); });
+        {
+            const IndexExcludingTombstones begin = range.getStartIndex();
+            const auto judgement = TextBusinessRules::fixBusinessLogicForRestoring(range._data, begin, surroundings);
+            return requireClosed(judgement, TextBusinessRules::leavesParagraphOpen(range._data, begin, surroundings));
+        });
 }
 
 /// The insertion that really happens, of the repaired ranges that have elements left; each of these is from now on
@@ -142,6 +159,15 @@ std::vector<InsertionData> takeDataApart(const RangeInfos& ranges)
         data.push_back(takeApart(range._data));
     }
     return data;
+}
+
+/// Throws what an observer threw, if it did, now that tree, slots and operation agree again.
+void rethrow(const std::exception_ptr& failure)
+{
+    if (failure)
+    {
+        std::rethrow_exception(failure);
+    }
 }
 
 /// Keeps the nested ranges of an insertion in common coordinates for as long as it lives, also when it is left early.
@@ -212,7 +238,7 @@ void TextWithTombstonesOperationExecutor::reverse(HierarchicalOperation& operati
 bool TextWithTombstonesOperationExecutor::insertData(InsertOperation& operation, OperationUPtr& changedOp)
 {
     TextWithTombstonesInfo info = getTextWithTombstonesInfo(getDomAdapter(), operation.getNodeAddress());
-    if (!shouldChangeDom(info, getTypeOfAddedData(operation)))
+    if (!shouldChangeDom(info, getTypeOfAddedData(operation)) || isNestedTooDeeply(info._nativeAddress, operation))
     {
         return refuse(changedOp);
     }
@@ -226,13 +252,14 @@ bool TextWithTombstonesOperationExecutor::insertData(InsertOperation& operation,
             return refuse(changedOp);
         }
     }
-    applyInsertion(info, ranges, SlotsChange::Insert);
+    rethrow(applyInsertion(info, ranges, SlotsChange::Insert));
     return isChanged;
 }
 
 void TextWithTombstonesOperationExecutor::removeData(InsertOperation& operation)
 {
     TextWithTombstonesInfo info = getTextWithTombstonesInfo(getDomAdapter(), operation.getNodeAddress());
+    std::exception_ptr failure;
     {
         const ShiftedNestedRanges shifted(operation);
         RangeInfos ranges = makeRangesToEmpty(operation, getTombstones(info));
@@ -240,10 +267,11 @@ void TextWithTombstonesOperationExecutor::removeData(InsertOperation& operation)
             fixBusinessLogicForRemoving(ranges, getBlocks(info)) == BusinessLogicValidationResult::Valid,
             "fixBusinessLogicForRemoving(removeData, textWithTombstonesInfo.textWithTombstonesAdapter) == "
             "BusinessLogicValidationResult::Valid");
-        applyRemoval(info, ranges, SlotsChange::Remove);
+        failure = applyRemoval(info, ranges, SlotsChange::Remove);
         giveDataBack<InsertTag>(std::move(ranges));
     }
     Utils::clearCellIfNeeded(getDomAdapter(), info._nativeAddress);
+    rethrow(failure);
 }
 
 template<class Tag>
@@ -256,8 +284,9 @@ bool TextWithTombstonesOperationExecutor::markDataAsRemoved(
     {
         return refuse(changedOp);
     }
-    applyRemoval(info, ranges, SlotsChange::MarkAsRemoved);
+    const std::exception_ptr failure = applyRemoval(info, ranges, SlotsChange::MarkAsRemoved);
     giveDataBack<Tag>(std::move(ranges));
+    rethrow(failure);
     return false;
 }
 
@@ -270,20 +299,29 @@ bool TextWithTombstonesOperationExecutor::restoreData(
     {
         return refuse(changedOp);
     }
+    // A reversal puts back what was there, however deep that was.
+    if constexpr (std::is_same_v<Tag, RestoreTag>)
+    {
+        if (isNestedTooDeeply(info._nativeAddress, operation))
+        {
+            return refuse(changedOp);
+        }
+    }
     RangeInfos ranges = makeRangesToFill(operation, getTombstones(info));
     requireTombstones(ranges, getTombstones(info));
     if (TextBusinessRules::isInvalid(fixBusinessLogicForRestoring(ranges, getBlocks(info))))
     {
         return refuse(changedOp);
     }
-    applyInsertion(info, ranges, SlotsChange::Restore);
+    rethrow(applyInsertion(info, ranges, SlotsChange::Restore));
     return false;
 }
 
-void TextWithTombstonesOperationExecutor::applyInsertion(TextWithTombstonesInfo& info, RangeInfos& ranges,
-                                                         SlotsChange change)
+std::exception_ptr TextWithTombstonesOperationExecutor::applyInsertion(TextWithTombstonesInfo& info, RangeInfos& ranges,
+                                                                       SlotsChange change)
 {
-    const TextNotificationTarget target{info._nativeAddress, _observer};
+    std::exception_ptr failure;
+    const TextNotificationTarget target{info._nativeAddress, _observer, &failure};
     std::vector<InsertionData> data = takeDataApart(ranges);
     GenericTextWithTombstonesWrapper<false> wrapper(info.getAdapter().getOrCreateTextWithTombstones(), target);
     for (std::size_t index = 0; index < ranges.size(); ++index)
@@ -294,18 +332,21 @@ void TextWithTombstonesOperationExecutor::applyInsertion(TextWithTombstonesInfo&
             changeSlots(wrapper.getTombstones(), ranges[index], change);
         }
     }
+    return failure;
 }
 
-void TextWithTombstonesOperationExecutor::applyRemoval(TextWithTombstonesInfo& info, RangeInfos& ranges,
-                                                       SlotsChange change)
+std::exception_ptr TextWithTombstonesOperationExecutor::applyRemoval(TextWithTombstonesInfo& info, RangeInfos& ranges,
+                                                                     SlotsChange change)
 {
-    const TextNotificationTarget target{info._nativeAddress, _observer};
+    std::exception_ptr failure;
+    const TextNotificationTarget target{info._nativeAddress, _observer, &failure};
     GenericTextWithTombstonesWrapper<false> wrapper(info.getAdapter().getOrCreateTextWithTombstones(), target);
     for (RangeInfo& range : ranges)
     {
         changeSlots(wrapper.getTombstones(), range, change);
         extractElements(wrapper.getBlocks(), range);
     }
+    return failure;
 }
 
 } // namespace Zem::DOMCollaboration

@@ -5,6 +5,7 @@
 
 #include "CE_ListMultirangeOperation.h"
 
+#include <exception>
 #include <memory>
 
 namespace Zem::DOMCollaboration
@@ -16,9 +17,10 @@ struct TextWithTombstonesInfo;
 /// Applies flat list operations to the tree of blocks, runs and bytes of a text. Indices of operations count the slots
 /// of the text, live and dead; the tree holds only the live ones.
 ///
-/// An insertion whose data doesn't fit its new neighbours is repaired, and the repaired one becomes the changed
-/// operation. A marking or a restoring is applied as it stands or, for all its ranges together, not at all. An
-/// operation that can be neither carried out nor refused fails before anything is changed.
+/// An insertion whose data doesn't fit its new neighbours is repaired, and completed with the marks that the tree will
+/// show; that becomes the changed operation. A marking or a restoring is applied as it stands or, for all its ranges
+/// together, not at all. An operation that can be neither carried out nor refused fails before anything is changed.
+/// What an observer throws comes out when the operation has been carried out.
 ///
 /// Cost: one walk over the text for all ranges together, and what they put in or take out. Each range with blocks of
 /// its own also moves the blocks behind it, by a pointer each.
@@ -52,8 +54,9 @@ private:
                     operation,
                 CollaborationEngine::OperationUPtr& changedOp);
 
-    void applyInsertion(TextWithTombstonesInfo& info, RangeInfos& ranges, SlotsChange change);
-    void applyRemoval(TextWithTombstonesInfo& info, RangeInfos& ranges, SlotsChange change);
+    /// Both return what the observer threw first.
+    std::exception_ptr applyInsertion(TextWithTombstonesInfo& info, RangeInfos& ranges, SlotsChange change);
+    std::exception_ptr applyRemoval(TextWithTombstonesInfo& info, RangeInfos& ranges, SlotsChange change);
 
     std::weak_ptr<TextWithTombstonesChangedObserver> _observer;
 };

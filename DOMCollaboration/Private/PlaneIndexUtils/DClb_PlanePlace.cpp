@@ -1,5 +1,7 @@
 #include "PlaneIndexUtils/DClb_PlanePlace.h"
 
+#include "DOM_PlaneSize.h"
+
 #include "Util_Assert.h"
 
 namespace Zem::DOMCollaboration
@@ -16,7 +18,7 @@ namespace
 
 bool fillPositionByPlaneIndex(const DOM::Run& run, unsigned long& remaining, PlanePlace& descriptor)
 {
-    const unsigned long size = getSize(run);
+    const unsigned long size = DOM::PlaneSize::of(run);
     if (remaining >= size)
     {
         remaining -= size;
@@ -65,14 +67,25 @@ bool fillPositionByPlaneIndex(const DOM::Block& block, unsigned long& remaining,
     return isParagraph && fillPositionByPlaneIndex(static_cast<const DOM::Paragraph&>(block), remaining, descriptor);
 }
 
+const DOM::Block& getBlock(const DOM::Blocks& blocks, unsigned long index)
+{
+    return derefPtr(blocks[index]);
+}
+
+const DOM::Block& getBlock(const ReadonlyVector<DOM::Blocks>& blocks, unsigned long index)
+{
+    return blocks[index];
+}
+
 /// From the beginning of the block of the descriptor on.
-boost::optional<PlanePlace> walkBlocks(const DOM::Blocks& blocks, unsigned long blockIndex, unsigned long remaining)
+template<class Blocks>
+boost::optional<PlanePlace> walkBlocks(const Blocks& blocks, unsigned long blockIndex, unsigned long remaining)
 {
     for (; blockIndex < blocks.size(); ++blockIndex)
     {
         PlanePlace descriptor;
         descriptor._blockIndex = blockIndex;
-        if (fillPositionByPlaneIndex(derefPtr(blocks[blockIndex]), remaining, descriptor))
+        if (fillPositionByPlaneIndex(getBlock(blocks, blockIndex), remaining, descriptor))
         {
             return descriptor;
         }
@@ -90,7 +103,7 @@ PlanePlace getPlaceBeforeRun(const DOM::Blocks& blocks, unsigned long blockIndex
     const auto& paragraph = static_cast<const DOM::Paragraph&>(derefPtr(blocks[blockIndex]));
     PlanePlace place{PlaceKind::TextEnd, blockIndex, runIndex - 1, 0};
     const DOM::Run& previous = derefPtr(paragraph.getRuns()[place._runIndex]);
-    unsigned long fromTagToLast = getSize(previous) - 1;
+    unsigned long fromTagToLast = DOM::PlaneSize::of(previous) - 1;
     fillPositionByPlaneIndex(previous, fromTagToLast, place);
     return place;
 }
@@ -109,21 +122,12 @@ PlanePlace getPlaceBeforeBlock(const DOM::Blocks& blocks, unsigned long blockInd
 
 } // namespace
 
-unsigned long getSize(const DOM::Block& block)
+boost::optional<PlanePlace> find(const DOM::Blocks& blocks, IndexExcludingTombstones index)
 {
-    if (block.getKind() != DOM::BlockKind::Paragraph)
-    {
-        return 1;
-    }
-    unsigned long size = 2;
-    for (const std::unique_ptr<DOM::Run>& run : static_cast<const DOM::Paragraph&>(block).getRuns())
-    {
-        size += getSize(derefPtr(run));
-    }
-    return size;
+    return walkBlocks(blocks, 0, index.get());
 }
 
-boost::optional<PlanePlace> find(const DOM::Blocks& blocks, IndexExcludingTombstones index)
+boost::optional<PlanePlace> find(const ReadonlyVector<DOM::Blocks>& blocks, IndexExcludingTombstones index)
 {
     return walkBlocks(blocks, 0, index.get());
 }
@@ -187,11 +191,16 @@ PlanePlace requirePlace(const boost::optional<PlanePlace>& place)
 
 PlanePlace PlaneAnchor::find(const DOM::Blocks& blocks, IndexExcludingTombstones index)
 {
-    if (_index.get() == 0 || index < _index - 1)
+    const unsigned long distanceInFront = index < _index ? (_index - index).get() : 0;
+    if (_index.get() == 0 || distanceInFront > 2)
     {
         return requirePlace(PlaneWalk::find(blocks, index));
     }
     settle(blocks);
+    if (distanceInFront == 2)
+    {
+        return PlaneWalk::getPlaceBefore(blocks, *_placeBefore);
+    }
     return requirePlace(PlaneWalk::findFrom(blocks, *_placeBefore, (index - (_index - 1)).get()));
 }
 

@@ -1,5 +1,7 @@
 #include "PlaneIndexUtils/DClb_TextWithTombstonesPositionUtils.h"
 
+#include "DOM_PlaneSize.h"
+
 #include "Util_Assert.h"
 
 namespace Zem::DOMCollaboration::TextWithTombstonesPositionUtils
@@ -19,12 +21,19 @@ const T& derefOpt(const boost::optional<T>& opt)
 template<bool isConst>
 struct DOMParts
 {
-    using Blocks = ConstIf<isConst, DOM::Blocks>;
+    using Blocks = std::conditional_t<isConst, const ReadonlyBlocks, DOM::Blocks>;
     using Traits = DOMTraits;
 
-    auto& getBlock(unsigned long blockIndex) const
+    ConstIf<isConst, DOM::Block>& getBlock(unsigned long blockIndex) const
     {
-        return static_cast<ConstIf<isConst, DOM::Block>&>(*_blocks[blockIndex]);
+        if constexpr (isConst)
+        {
+            return _blocks[blockIndex];
+        }
+        else
+        {
+            return *_blocks[blockIndex];
+        }
     }
 
     auto& getParagraph(unsigned long blockIndex) const
@@ -108,8 +117,8 @@ PositionDescriptor<isConst, typename Parts::Traits> makeDescriptor(const Parts& 
     return descriptor;
 }
 
-template<bool isConst, class Parts>
-GenericPositionOpt<isConst, typename Parts::Traits> getPosition(const Parts& parts, const DOM::Blocks& blocks,
+template<bool isConst, class Parts, class Blocks>
+GenericPositionOpt<isConst, typename Parts::Traits> getPosition(const Parts& parts, const Blocks& blocks,
                                                                 IndexExcludingTombstones index)
 {
     using PositionOpt = GenericPositionOpt<isConst, typename Parts::Traits>;
@@ -163,7 +172,7 @@ template GenericPosition<false, DOMWrappersTraits> makePosition(const PositionDe
 
 GenericPositionOpt<true, DOMTraits> getElementPosition(const ReadonlyBlocks& blocks, IndexExcludingTombstones index)
 {
-    return getPosition<true>(DOMParts<true>{blocks.getVector()}, blocks.getVector(), index);
+    return getPosition<true>(DOMParts<true>{blocks}, blocks, index);
 }
 
 GenericPositionOpt<false, DOMTraits> getElementPosition(DOM::Blocks& blocks, IndexExcludingTombstones index)
@@ -211,12 +220,12 @@ IndexExcludingTombstones getPlaneIndexOfRun(const ReadonlyRuns& runs, unsigned l
 
 unsigned long getPlaneSize(const DOM::Block& block)
 {
-    return PlaneWalk::getSize(block);
+    return DOM::PlaneSize::of(block);
 }
 
 unsigned long getPlaneSize(const DOM::Run& run)
 {
-    return PlaneWalk::getSize(run);
+    return DOM::PlaneSize::of(run);
 }
 
 unsigned long getPlaneSize(const ReadonlyBlocks& blocks)

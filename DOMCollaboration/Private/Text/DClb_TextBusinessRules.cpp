@@ -30,7 +30,8 @@ enum class Repair : unsigned char
 using enum Repair;
 
 /// One row for each `prev`, one column for each `next`, both in the order of `ElementType`. An atomic run in front of
-/// an atomic block leaves its paragraph open, though in front of a tag it doesn't: that exception is wanted.
+/// an atomic block leaves its paragraph open, though in front of a tag it doesn't: that exception is wanted. What it
+/// lets through is closed by DClb_OpenParagraphs.h.
 constexpr std::array<std::array<Repair, elementTypesCount>, elementTypesCount> repairTable{{
     // SectionTag ParaTag ParaMark AtomicBlock TextRunTag AtomicRun Char           TextBegin TextEnd
     {None, None, AddPara, None, AddPara, AddPara, AddRunAndPara, Fault, None}, // SectionTag
@@ -58,11 +59,6 @@ bool needsRepair(ElementType prev, ElementType next)
 {
     return processElement(
         prev, next, [](const TextWithTombstonesElement&) {}, [] {});
-}
-
-bool isByte(const TextWithTombstonesElement& element)
-{
-    return boost::get<short>(&element) != nullptr;
 }
 
 /// Whether each element fits the one in front of it, the first one `prev`.
@@ -141,11 +137,6 @@ ElementType TextSurroundings::getElementType(IndexExcludingTombstones index) con
 ElementType TextSurroundings::getElementTypeBefore(IndexExcludingTombstones index) const
 {
     return index.get() == 0 ? ElementType::TextBegin : getElementType(index - 1);
-}
-
-void TextSurroundings::stepBack() const
-{
-    _anchor.stepBack(_blocks);
 }
 
 ElementType getElementType(const TextWithTombstonesElement& element)
@@ -241,11 +232,10 @@ bool fixBusinessLogicForInsertion(TextWithTombstonesElementVector& elements, Ind
     ZEM_ASSERT_MESSAGE(!elements.empty(), "!_data.empty()");
     bool isChanged = false;
     ElementType prev = surroundings.getElementTypeBefore(startIndex);
-    if (prev == ElementType::TextRunTag && !isByte(elements.front()))
+    if (prev == ElementType::TextRunTag && getElementType(elements.front()) != ElementType::Char)
     {
         // The insertion would part the tag of a text run from the run's first byte.
         --startIndex;
-        surroundings.stepBack();
         prev = surroundings.getElementTypeBefore(startIndex);
         isChanged = true;
     }

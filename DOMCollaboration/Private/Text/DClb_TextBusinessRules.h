@@ -44,7 +44,7 @@ bool isInvalid(BusinessLogicValidationResult result);
 class TextSurroundings
 {
 public:
-    /// Both are referred to, not copied.
+    /// Both are referred to, not copied. The anchor is that of the place that is looked around from.
     TextSurroundings(const DOM::Blocks& blocks, PlaneAnchor& anchor)
         : _blocks(blocks)
         , _anchor(anchor)
@@ -56,9 +56,6 @@ public:
 
     /// What stands in front of a plane index: `TextBegin` in front of the first element.
     ElementType getElementTypeBefore(IndexExcludingTombstones index) const;
-
-    /// The place that is looked around from moves back by one.
-    void stepBack() const;
 
 private:
     const DOM::Blocks& _blocks;

@@ -30,7 +30,10 @@ void enterCell(TextWithTombstonesInfo& info, const DOM::Table& table, const Node
     };
     const RowIndex row = requireLive(table.convertRowIndex(IndexIncludingTombstones(chunk.getRow().get())));
     const ColumnIndex column = requireLive(table.convertColIndex(IndexIncludingTombstones(chunk.getColumn().get())));
-    info._isAccessibleCell = !table.getMergedCellRoot(row, column) && !table.getPivotRoot(row, column);
+    if (table.getMergedCellRoot(row, column) || table.getPivotRoot(row, column))
+    {
+        info._isAccessibleCell = false;
+    }
 }
 
 /// Looks at one step of the way to the text, before it is taken.

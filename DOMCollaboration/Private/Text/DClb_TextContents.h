@@ -50,8 +50,7 @@ struct TextWithTombstonesInfo
     }
 
     bool _isInCell = false;
-    /// Whether the last cell on the way is neither merged into another nor covered by a pivot table; true outside
-    /// cells.
+    /// Whether no cell on the way is merged into another or covered by a pivot table; true outside cells.
     bool _isAccessibleCell = true;
     BlocksContentType _contentType = BlocksContentType::Empty;
     DOM::NativeNodeAddress _nativeAddress;

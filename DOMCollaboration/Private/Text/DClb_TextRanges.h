@@ -22,30 +22,24 @@ public:
     using Operations = boost::container::small_vector<CollaborationEngine::ListOperation*, 1>;
 
     RangeInfo(IndexExcludingTombstones startIndex, unsigned long size, CollaborationEngine::ListOperation& operation)
-        : _startIndex(startIndex)
-        , _anchor(startIndex)
+        : _anchor(startIndex)
         , _size(size)
         , _operations(1, &operation)
     {
     }
 
-    /// A plane index.
+    /// A plane index: that of the anchor.
     IndexExcludingTombstones getStartIndex() const
     {
-        return _startIndex;
+        return _anchor.getIndex();
     }
 
     IndexExcludingTombstones getEndIndex() const
     {
-        return _startIndex + _size;
+        return getStartIndex() + _size;
     }
 
-    void setStartIndex(IndexExcludingTombstones startIndex)
-    {
-        _startIndex = startIndex;
-    }
-
-    /// The anchor of the start index.
+    /// The anchor of the start index, with which the range moves.
     PlaneAnchor& getAnchor()
     {
         return _anchor;
@@ -80,7 +74,6 @@ public:
     TextWithTombstonesElementVector _data;
 
 private:
-    IndexExcludingTombstones _startIndex;
     PlaneAnchor _anchor;
     unsigned long _size;
     Operations _operations;

@@ -5,6 +5,8 @@
 #include "Text/DClb_TextEditing.h"
 #include "Text/DClb_TextMerging.h"
 
+#include "DOM_PlaneSize.h"
+
 #include "Util_Assert.h"
 #include "Util_Cast.h"
 
@@ -19,8 +21,9 @@ namespace
 /// From this many blocks on they go together.
 constexpr unsigned long manyBlocks = 64;
 
-/// Blocks go one by one, as the rest does, so that the observer is told of each. Each moves all blocks behind it; where
-/// many go, their elements are taken first, and then they go in one step, of which the observer is told once.
+/// The runs of a paragraph go together. Blocks go one by one, so that the observer is told of each. Each moves all
+/// blocks behind it; where many go, their elements are taken first, and then they go in one step, of which the observer
+/// is told once.
 class ElementsExtractor
 {
 public:
@@ -60,9 +63,10 @@ private:
         case PlaceKind::ParaMark:
             return extractMark();
         case PlaceKind::AtomicRun:
-            return extractRun(getRuns());
+            return extractRuns();
         case PlaceKind::TextRunTag:
-            return extractTextRunTag();
+            keepBytesFrom(0);
+            return extractRuns();
         case PlaceKind::Char:
             return extractBytes();
         case PlaceKind::TextEnd:
@@ -119,18 +123,38 @@ private:
         moveBack();
     }
 
-    void extractRun(GenericRunCollectionWrapper<false> runs)
+    /// The runs that the range covers up to the present one go together, each with its tag and the bytes that it still
+    /// has.
+    void extractRuns()
     {
-        DOM::Runs removed = runs.removeElements(makeSingle(_place._runIndex));
-        _extracted.push_back(SharedConstPtr<DOM::Run>(std::move(removed.front())));
-        --_remaining;
+        const IndexRange<unsigned long> covered(findFirstCoveredRun(), _place._runIndex + 1);
+        DOM::Runs removed = getRuns().removeElements(covered);
+        std::for_each(removed.rbegin(), removed.rend(),
+                      [&](std::unique_ptr<DOM::Run>& run) { pushRun(std::move(run)); });
+        _place = PlanePlace{PlaceKind::TextRunTag, _place._blockIndex, covered.getBegin(), 0};
         moveBack();
     }
 
-    void extractTextRunTag()
+    unsigned long findFirstCoveredRun() const
     {
-        keepBytesFrom(0);
-        extractRun(getRuns());
+        const DOM::Runs& runs = getParagraph().getParagraph().getRuns();
+        const auto getSizeBefore = [&](unsigned long end) { return DOM::PlaneSize::of(derefPtr(runs[end - 1])); };
+        unsigned long first = _place._runIndex + 1;
+        for (unsigned long left = _remaining; first > 0 && getSizeBefore(first) <= left; --first)
+        {
+            left -= getSizeBefore(first);
+        }
+        return first;
+    }
+
+    void pushRun(std::unique_ptr<DOM::Run> run)
+    {
+        _remaining -= DOM::PlaneSize::of(*run);
+        if (auto* textRun = cast<DOM::TextRun>(run.get()))
+        {
+            pushBytes(textRun->takeText());
+        }
+        _extracted.push_back(SharedConstPtr<DOM::Run>(std::move(run)));
     }
 
     void extractBytes()
@@ -141,7 +165,7 @@ private:
             return extractBytesOfRun(bytesUpToHere);
         }
         keepBytesFrom(bytesUpToHere);
-        extractWholeRun(bytesUpToHere);
+        extractRuns();
     }
 
     /// The range begins inside this run, behind its tag.
@@ -158,18 +182,6 @@ private:
         pushBytes(text.removeElements(IndexRange<unsigned long>(firstByte, bytesUpToHere)));
         _remaining = 0;
         _place._byteIndex = firstByte;
-        moveBack();
-    }
-
-    /// The run goes with its tag and the bytes that it still has.
-    void extractWholeRun(unsigned long bytesCount)
-    {
-        DOM::Runs removed = getRuns().removeElements(makeSingle(_place._runIndex));
-        auto& run = static_cast<DOM::TextRun&>(*removed.front());
-        pushBytes(run.takeText());
-        _extracted.push_back(SharedConstPtr<DOM::Run>(std::move(removed.front())));
-        _remaining -= bytesCount + 1;
-        _place._kind = PlaceKind::TextRunTag;
         moveBack();
     }
 
@@ -218,15 +230,15 @@ private:
         }
     }
 
-    static IndexRange<unsigned long> makeSingle(unsigned long index)
+    GenericParagraphWrapper<false> getParagraph() const
     {
-        return IndexRange<unsigned long>::fromCount(index, 1);
+        auto block = _blocks.getElement(_place._blockIndex);
+        return static_cast<GenericParagraphWrapper<false>&>(*block);
     }
 
     GenericRunCollectionWrapper<false> getRuns() const
     {
-        auto block = _blocks.getElement(_place._blockIndex);
-        return static_cast<GenericParagraphWrapper<false>&>(*block).getRuns();
+        return getParagraph().getRuns();
     }
 
     GenericTextRunWrapper<false> getTextRun() const

@@ -42,9 +42,7 @@ GenericBlockCollectionWrapper<isReadonly>::removeElements(IndexRange<unsigned lo
     return removed;
 }
 
-// The read-only view has only this member that isn't inline.
-template BlockWrapperValue<true> GenericBlockCollectionWrapper<true>::getElement(unsigned long) const;
-
+template class GenericBlockCollectionWrapper<true>;
 template class GenericBlockCollectionWrapper<false>;
 
 } // namespace Zem::DOMCollaboration

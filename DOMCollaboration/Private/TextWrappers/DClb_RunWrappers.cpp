@@ -2,6 +2,8 @@
 
 #include "TextWrappers/DClb_WrapperSupport.h"
 
+#include <algorithm>
+
 namespace Zem::DOMCollaboration
 {
 
@@ -9,6 +11,26 @@ using DOM::NativeDOMNodeType;
 using DOM::NativeNodeAddress;
 using NodeAddressing::AddressInList;
 using FixedChunk = NativeNodeAddress::FixedChunk;
+
+namespace
+{
+
+/// Takes the text of a run out, with room for `addedCount` more bytes. Without memory for them the run keeps it.
+std::string takeRoomyText(DOM::TextRun& textRun, std::size_t addedCount)
+{
+    const std::string& text = textRun.getText();
+    const std::size_t size = text.size() + addedCount;
+    if (size <= text.capacity())
+    {
+        return textRun.takeText();
+    }
+    std::string roomy;
+    roomy.reserve(std::max(size, 2 * text.capacity()));
+    roomy = text;
+    return roomy;
+}
+
+} // namespace
 
 template<bool isReadonly>
 NativeNodeAddress GenericTextWrapper<isReadonly>::getAddressToRun() const
@@ -24,8 +46,7 @@ void GenericTextWrapper<isReadonly>::insertElements(const std::string& text, uns
 {
     const auto range = IndexRange<unsigned long>::fromCount(index, text.size());
     ZEM_ASSERT(index <= getSize());
-    std::string runText = _textRun->takeText();
-    runText.reserve(runText.size() + text.size());
+    std::string runText = takeRoomyText(*_textRun, text.size());
     runText.insert(index, text);
     _textRun->setText(std::move(runText));
     WrapperDetails::notify(*_target, [&](TextWithTombstonesChangedObserver& observer)
@@ -36,8 +57,8 @@ template<bool isReadonly>
 std::string GenericTextWrapper<isReadonly>::removeElements(IndexRange<unsigned long> range) requires(!isReadonly)
 {
     ZEM_ASSERT(range.getEnd() <= getSize());
+    std::string removed = _textRun->getText().substr(range.getBegin(), range.getCount());
     std::string runText = _textRun->takeText();
-    std::string removed = runText.substr(range.getBegin(), range.getCount());
     runText.erase(range.getBegin(), range.getCount());
     _textRun->setText(std::move(runText));
     WrapperDetails::notify(
@@ -89,12 +110,9 @@ DOM::Runs GenericRunCollectionWrapper<isReadonly>::removeElements(IndexRange<uns
     return removed;
 }
 
-// The read-only views have only these members that aren't inline.
-template NativeNodeAddress GenericTextWrapper<true>::getAddressToRun() const;
-template RunWrapperValue<true> GenericRunCollectionWrapper<true>::getElement(unsigned long) const;
-template NativeNodeAddress GenericRunCollectionWrapper<true>::makeAddressToPara() const;
-
+template class GenericTextWrapper<true>;
 template class GenericTextWrapper<false>;
+template class GenericRunCollectionWrapper<true>;
 template class GenericRunCollectionWrapper<false>;
 
 } // namespace Zem::DOMCollaboration

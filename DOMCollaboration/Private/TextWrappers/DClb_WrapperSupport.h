@@ -21,9 +21,22 @@ namespace Zem::DOMCollaboration::WrapperDetails
 template<class Tell>
 void notify(const TextNotificationTarget& target, Tell&& tell)
 {
-    if (const std::shared_ptr<TextWithTombstonesChangedObserver> observer = target._observer.lock())
+    const std::shared_ptr<TextWithTombstonesChangedObserver> observer = target._observer.lock();
+    if (!observer)
+    {
+        return;
+    }
+    try
     {
         tell(*observer);
+    }
+    catch (...)
+    {
+        if (!target._failure)
+        {
+            throw;
+        }
+        *target._failure = *target._failure ? *target._failure : std::current_exception();
     }
 }
 

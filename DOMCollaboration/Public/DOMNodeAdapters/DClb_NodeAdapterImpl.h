@@ -4,8 +4,14 @@
 
 #include "DOMNodeAdapters/DClb_DOMNodeAdapter.h"
 
+#include "CU_ReadonlyCollection.h"
+#include "Util_ReadonlyVector.h"
+
+#include <cstddef>
 #include <functional>
+#include <memory>
 #include <utility>
+#include <vector>
 
 /// Declares, in a header, that the four forms of an adapter of both worlds are instantiated in a source.
 #define ZEM_DECLARE_SHARED_NODE_ADAPTER(Adapter) ZEM_FOR_SHARED_NODE_ADAPTER(extern, ZEM_EXPORT, Adapter)
@@ -99,6 +105,27 @@ using NodeOf = ConstIf<NodeAdapterDetails::Traits<Adapter>::isConst, T>;
 /// How an adapter refers to an object of the document.
 template<class Adapter, class T>
 using NodeReference = std::reference_wrapper<NodeOf<Adapter, T>>;
+
+/// A list of owning pointers as an adapter hands it out: the read-only form shows const elements alone, since a const
+/// vector of pointers would leave what they own open.
+template<bool isConst, class V>
+using ListOf = std::conditional_t<isConst, ReadonlyVector<V>, V&>;
+template<bool isConst, class V>
+using CollectionOf = std::conditional_t<isConst, CollaborationUtils::ReadonlyCollectionWithTombstones<V>,
+                                        CollaborationUtils::CollectionWithTombstones<V>&>;
+
+/// An element of such a list. Fails: "plainPtr" on a null entry. Requires: `index` is below the size.
+template<class V>
+const auto& getListElement(const ReadonlyVector<V>& list, std::size_t index)
+{
+    return list[index];
+}
+
+template<class T>
+T& getListElement(std::vector<std::unique_ptr<T>>& list, std::size_t index)
+{
+    return derefPtr(list[index]);
+}
 
 /// The double dispatch, the reference to what is shown, and the read-only twin of the adapter class `Derived`, which
 /// stands below `Base`. `Subject` is a small copyable value that refers to the node; that of a writable adapter

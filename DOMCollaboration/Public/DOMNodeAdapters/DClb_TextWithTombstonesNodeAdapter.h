@@ -23,8 +23,20 @@ public:
     using GenericTextWithTombstonesNodeAdapter::TypedNodeAdapter::TypedNodeAdapter;
     using ChildUPtr = typename OperationNodeAdapter<isConst>::ChildUPtr;
 
-    /// The text; for that of a cell that isn't there yet, an empty one that is shared by all.
-    const DOM::TextWithTombstones& getTextWithTombstones() const;
+    /// The text; for that of a cell that isn't there yet, an empty one that is shared by all. The read-only adapter
+    /// shows its parts alone, since a const text leaves its blocks open.
+    template<bool isWritable = !isConst>
+    requires isWritable const DOM::TextWithTombstones& getTextWithTombstones() const
+    {
+        return this->getSubject().getText();
+    }
+
+    /// The text for who walks it as a whole, as an index or a planner does. Requires: nothing is changed through the
+    /// pointers that a const text holds.
+    const DOM::TextWithTombstones& readText() const
+    {
+        return this->getSubject().getText();
+    }
 
     /// The text, for change; brings the cell into being whose text this is.
     template<bool isWritable = !isConst>
@@ -34,6 +46,11 @@ public:
     }
 
     ReadonlyVector<DOM::Blocks> getBlocks() const;
+
+    const CollaborationUtils::TombstonesStorage& getTombstones() const;
+
+    /// The place at an index of the plane; empty beyond the end. Cost: a walk over the text up to the place.
+    boost::optional<PlanePlace> findPlace(IndexExcludingTombstones index) const;
 
     /// The plane's size. Cost: a walk over the text.
     IndexExcludingTombstones getChildrenCountExcludingTombstones() const override;

@@ -16,6 +16,7 @@
 #include "DOM_Runs.h"
 
 #include "Util_Export.h"
+#include "Util_ReadonlyVector.h"
 
 #include <boost/optional.hpp>
 
@@ -51,17 +52,9 @@ struct PlanePlace
 namespace PlaneWalk
 {
 
-/// The size of a run in the plane: 1 for its tag, and its bytes.
-inline unsigned long getSize(const DOM::Run& run)
-{
-    return run.getKind() == DOM::RunKind::TextRun ? 1 + static_cast<const DOM::TextRun&>(run).getText().size() : 1;
-}
-
-/// The size of a block in the plane. Cost: its runs. Fails: "plainPtr" on a null run.
-ZEM_EXPORT unsigned long getSize(const DOM::Block& block);
-
 /// The place at `index`; empty beyond the end of the text. Fails: "plainPtr" on a null block or run that is passed.
 ZEM_EXPORT boost::optional<PlanePlace> find(const DOM::Blocks& blocks, IndexExcludingTombstones index);
+ZEM_EXPORT boost::optional<PlanePlace> find(const ReadonlyVector<DOM::Blocks>& blocks, IndexExcludingTombstones index);
 
 /// The place `distance` elements behind `from`; empty beyond the end of the text. Cost: the runs and blocks between.
 /// Requires: `from` is a place of `blocks` as they are now.
@@ -85,7 +78,12 @@ public:
     {
     }
 
-    /// The place at `index`. One in front of the element before the anchor's index costs a walk from the beginning.
+    IndexExcludingTombstones getIndex() const
+    {
+        return _index;
+    }
+
+    /// The place at `index`. One more than two in front of the anchor's index costs a walk from the beginning.
     /// Fails: "Unexpected type in the source variant" beyond the end of the text.
     PlanePlace find(const DOM::Blocks& blocks, IndexExcludingTombstones index);
 

@@ -98,7 +98,7 @@ using BlockWrapperValue = InPlacePolymorphic<GenericBlockWrapper<isReadonly>, Ge
 
 /// The blocks of a text. Indices are live blocks.
 template<bool isReadonly>
-class GenericBlockCollectionWrapper
+class ZEM_EXPORT GenericBlockCollectionWrapper
 {
 public:
     using Blocks = ConstIf<isReadonly, DOM::Blocks>;
@@ -177,6 +177,7 @@ private:
     const TextNotificationTarget* _target;
 };
 
-extern template class ZEM_EXPORT GenericBlockCollectionWrapper<false>;
+extern template class GenericBlockCollectionWrapper<true>;
+extern template class GenericBlockCollectionWrapper<false>;
 
 } // namespace Zem::DOMCollaboration

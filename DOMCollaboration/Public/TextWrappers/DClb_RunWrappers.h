@@ -33,7 +33,7 @@ class GenericTextRunWrapper;
 
 /// The bytes of a text run. Indices are bytes of the run.
 template<bool isReadonly>
-class GenericTextWrapper
+class ZEM_EXPORT GenericTextWrapper
 {
 public:
     using TextRun = ConstIf<isReadonly, DOM::TextRun>;
@@ -52,13 +52,20 @@ public:
         return _textRun->getText().size();
     }
 
+    GenericTextWrapper<true> asConst() const
+    {
+        return GenericTextWrapper<true>(*_textRun, *_target, _blockIndex, _runIndex);
+    }
+
     DOM::NativeNodeAddress getAddressToRun() const;
 
     /// Inserts `text` at byte `index`. Cost: the bytes behind the index, and `text`.
-    /// Fails: "index <= getSize()"; "count > UnsignedIndex{0}" when there is nothing to insert.
+    /// Fails: "index <= getSize()"; "count > UnsignedIndex{0}" when there is nothing to insert; `std::bad_alloc`, and
+    /// the run keeps its text.
     void insertElements(const std::string& text, unsigned long index) requires(!isReadonly);
 
-    /// Takes the bytes of `range` out and gives them back. Fails: "range.getEnd() <= getSize()".
+    /// Takes the bytes of `range` out and gives them back. Fails: "range.getEnd() <= getSize()"; `std::bad_alloc`, and
+    /// the run keeps its text.
     std::string removeElements(IndexRange<unsigned long> range) requires(!isReadonly);
 
 private:
@@ -153,7 +160,7 @@ using RunWrapperValue = InPlacePolymorphic<GenericRunWrapper<isReadonly>, Generi
 
 /// The runs of a paragraph. Indices are runs of the paragraph.
 template<bool isReadonly>
-class GenericRunCollectionWrapper
+class ZEM_EXPORT GenericRunCollectionWrapper
 {
 public:
     using Runs = ConstIf<isReadonly, DOM::Runs>;
@@ -192,7 +199,9 @@ private:
     unsigned long _blockIndex;
 };
 
-extern template class ZEM_EXPORT GenericTextWrapper<false>;
-extern template class ZEM_EXPORT GenericRunCollectionWrapper<false>;
+extern template class GenericTextWrapper<true>;
+extern template class GenericTextWrapper<false>;
+extern template class GenericRunCollectionWrapper<true>;
+extern template class GenericRunCollectionWrapper<false>;
 
 } // namespace Zem::DOMCollaboration

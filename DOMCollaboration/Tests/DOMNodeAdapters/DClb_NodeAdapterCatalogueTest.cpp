@@ -488,22 +488,73 @@ TEST(NodeAdapterCatalogue, AccessorsGiveTheDocumentsOwnObjects)
     EXPECT_EQ(&document, &props->getDocument());
 }
 
-TEST(NodeAdapterCatalogue, ATemporaryRootLeadsToTextAsACellDoes)
+namespace
+{
+
+/// Compares the ways from the root of a detached text, and from a cell with the same text, which is the child `toText`.
+/// `TextAdapter` is the adapter of a text in this world.
+template<class TextAdapter, class Tag, class NodeType, bool isConst, class Chunk>
+void expectTemporaryLeadsToTextAsACellDoes(const Chunk& toText, bool includingTombstones)
 {
     DOM::Table table(1, 1);
-    table.getOrCreateCell(RowIndex(0), ColumnIndex(0)).getTextWithTombstones() = makeSampleText();
+    DOM::TextWithTombstones& cellText = table.getOrCreateCell(RowIndex(0), ColumnIndex(0)).getTextWithTombstones();
+    cellText = makeSampleText();
     DOM::TextWithTombstones detached = makeSampleText();
-    InOperationWorld<GenericTemporaryDOMNodeAdapter, true> temporary(detached);
+    GenericTemporaryDOMNodeAdapter<Tag, NodeType, isConst> temporary(detached);
     const auto inCell =
-        CellAdapterCreator<true>::makeCell<OperationNodeAddressTag, unsigned long>(table, RowIndex(0), ColumnIndex(0));
-    const auto ofTemporary = temporary.createChildAdapter(fixed(Operation::TextWithTombstones), true);
-    const auto ofCell = inCell->createChildAdapter(fixed(Operation::TextWithTombstones), true);
-    for (unsigned long place = 0; place <= 11; ++place)
+        CellAdapterCreator<isConst>::template makeCell<Tag, NodeType>(table, RowIndex(0), ColumnIndex(0));
+    const auto ofTemporary = temporary.createChildAdapter(toText, includingTombstones);
+    const auto ofCell = inCell->createChildAdapter(toText, includingTombstones);
+    EXPECT_EQ(ofCell->getNodeType(), ofTemporary->getNodeType());
+    EXPECT_EQ(detached.getBlocks().front().get(), &cast<TextAdapter>(*ofTemporary).getBlocks()[0]);
+    EXPECT_EQ(cellText.getBlocks().front().get(), &cast<TextAdapter>(*ofCell).getBlocks()[0]);
+    for (unsigned long place = 0; place <= 12; ++place)
     {
-        const auto one = ofTemporary->createChildAdapter(at(place), true);
-        const auto other = ofCell->createChildAdapter(at(place), true);
-        EXPECT_EQ(classOf(*one), classOf(*other)) << place;
+        const auto one = ofTemporary->createChildAdapterIfPossible(at(place), includingTombstones);
+        const auto other = ofCell->createChildAdapterIfPossible(at(place), includingTombstones);
+        ASSERT_EQ(!one, !other) << place;
+        if (one)
+        {
+            EXPECT_EQ(classOf(*one), classOf(*other)) << place;
+            EXPECT_EQ(one->getNodeType(), other->getNodeType()) << place;
+        }
     }
+}
+
+} // namespace
+
+TEST(NodeAdapterCatalogue, ATemporaryRootLeadsToTextAsACellDoes)
+{
+    const auto flat = fixed(Operation::TextWithTombstones);
+    expectTemporaryLeadsToTextAsACellDoes<GenericTextWithTombstonesNodeAdapter<true>, OperationNodeAddressTag,
+                                          unsigned long, true>(flat, true);
+    expectTemporaryLeadsToTextAsACellDoes<GenericTextWithTombstonesNodeAdapter<false>, OperationNodeAddressTag,
+                                          unsigned long, false>(flat, true);
+    const auto tree = fixed(Native::BlockCollection);
+    expectTemporaryLeadsToTextAsACellDoes<GenericBlockCollectionNodeAdapter<true>, NativeNodeAddressTag,
+                                          NativeDOMNodeType, true>(tree, false);
+    expectTemporaryLeadsToTextAsACellDoes<GenericBlockCollectionNodeAdapter<false>, NativeNodeAddressTag,
+                                          NativeDOMNodeType, false>(tree, false);
+}
+
+TEST(NodeAdapterCatalogue, ReadOnlyCollectionsShowTheTablesOwnElements)
+{
+    SampleDocument sample;
+    const DOM::Table& table = sample.getTable();
+    const InOperationWorld<GenericFrameCollectionNodeAdapter, true> frames(table);
+    EXPECT_EQ(table.getFrames().getElements().at(1).get(), &frames.getFrames().getElements()[1]);
+    EXPECT_EQ(&table.getFrames().getTombstones(), &frames.getFrames().getTombstones());
+    EXPECT_EQ(table.getFrames().getAllElementsCount(), frames.getFrames().getAllElementsCount());
+    EXPECT_EQ(table.getFrames().getLiveElementsCount(), frames.getFrames().getLiveElementsCount());
+    const InNativeWorld<GenericConditionalFormatCollectionNodeAdapter, true> formats(table);
+    EXPECT_EQ(table.getConditionalFormats().getElements().at(0).get(),
+              &formats.getConditionalFormats().getElements()[0]);
+    const auto& text = sample._document.getTextWithTombstones();
+    const DOM::Runs& runs = dynamic_cast<const DOM::Paragraph&>(*text.getBlocks().at(0)).getRuns();
+    EXPECT_EQ(runs.at(0).get(), &GenericRunCollectionNodeAdapter<true>(runs).getRuns()[0]);
+    const GenericTextWithTombstonesNodeAdapter<true> flat(text);
+    EXPECT_EQ(&text.getTombstones(), &flat.getTombstones());
+    EXPECT_EQ(PlaceKind::ParaTag, flat.findPlace(IndexExcludingTombstones(0))->_kind);
 }
 
 } // namespace Zem::DOMCollaboration

@@ -25,7 +25,7 @@ protected:
     template<PropertyId id>
     Lines makeLines(const std::string& address = Node::address)
     {
-        return {std::string(Node::notification) + '(' + address + ", " + std::to_string(convertPropertyId(id)) + ')'};
+        return {Node::notification + ("(" + address + ", ") + std::to_string(convertPropertyId(id)) + ")"};
     }
 
     /// A change of one property from a value to another, in both directions.

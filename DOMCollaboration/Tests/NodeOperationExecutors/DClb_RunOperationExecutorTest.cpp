@@ -111,14 +111,17 @@ TEST_F(RunOperationExecutorTest, LeavesTheOtherMembersOfTheStyle)
     EXPECT_EQ(makeTestUUID(1), getStyle().getParentUUID());
 }
 
-TEST_F(RunOperationExecutorTest, AStyleThatIsBackAtItsDefaultsIsNone)
+TEST_F(RunOperationExecutorTest, AStyleThatIsBackAtItsDefaultsIsTheDefaultStyleOfTheFactory)
 {
     auto there = makeOperation<PropertyId::ParentStyleId>(UUID(), makeTestUUID(1));
     auto back = makeOperation<PropertyId::ParentStyleId>(makeTestUUID(1), UUID());
     execute(there);
-    EXPECT_TRUE(getTextRun().getSharedStyle());
     execute(back);
-    EXPECT_FALSE(getTextRun().getSharedStyle());
+    ASSERT_TRUE(getTextRun().getSharedStyle());
+    EXPECT_EQ(_document.getSharedObjectFactory().create(DOM::RunStyle()), getTextRun().getSharedStyle());
+    execute(there);
+    _executor.reverse(there);
+    EXPECT_EQ(_document.getSharedObjectFactory().create(DOM::RunStyle()), getTextRun().getSharedStyle());
 }
 
 TEST_F(RunOperationExecutorTest, TakesBackAChangeOfTheDefaultStyleExactly)

@@ -121,7 +121,11 @@ TEST(PlaneAnchor, NeverWalksInFrontOfThePlaceThatItSettledOn)
     text.getBlocks()[1].reset();
     text.getBlocks()[2].reset();
     EXPECT_TRUE((PlanePlace{PlaceKind::Char, 3, 0, 0}) == higher.find(text.getBlocks(), IndexExcludingTombstones(14)));
+    EXPECT_TRUE((PlanePlace{PlaceKind::ParaTag, 3, 0, 0}) ==
+                higher.find(text.getBlocks(), IndexExcludingTombstones(12)))
+        << "two in front of its index";
     higher.stepBack(text.getBlocks());
+    EXPECT_EQ(13u, higher.getIndex().get());
     EXPECT_TRUE((PlanePlace{PlaceKind::TextRunTag, 3, 0, 0}) ==
                 higher.find(text.getBlocks(), IndexExcludingTombstones(13)));
 }

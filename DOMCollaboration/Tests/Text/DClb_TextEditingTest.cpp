@@ -159,6 +159,18 @@ TEST_F(TextEditing, TheObserverIsToldOfEachBlockFromTheLastToTheFirst)
               listen("{|ab}{}{~}", 4, 8));
 }
 
+TEST_F(TextEditing, TheRunsOfAParagraphGoInOneStep)
+{
+    using Lines = std::vector<std::string>;
+    EXPECT_EQ((Lines{"onRunsRemoved"}), listen("{|ab~|cd~}", 1, 9));
+    EXPECT_EQ((Lines{"onCharsRemoved", "onRunsRemoved", "onCharsRemoved", "onCharsInserted"}),
+              listen("{|ab~~|cd}", 3, 8));
+    EXPECT_EQ("{|ad}", TestSupport::print(_text));
+    EXPECT_EQ((Lines{"onRunsRemoved", "onBlocksRemoved"}), listen("{}{|ab~|cd}", 2, 11));
+    EXPECT_EQ("~|ab~", extract("{|x~|ab~|y}", 3, 8));
+    EXPECT_EQ("{|x|y}", TestSupport::print(_text));
+}
+
 TEST_F(TextEditing, ManyBlocksGoInOneStep)
 {
     constexpr unsigned long count = 100;

@@ -142,16 +142,29 @@ TEST(TextInsertion, ARepairedPieceStandsBehindTheTombstonesInFrontOfIt)
     TextCase("{|a}[..]{|b}").after(insert(5, "x")).is("{|a}[..]{|x}{|b}").isChangedTo("insert 6:{|x}");
 }
 
-/// An atomic block behind an atomic run leaves the paragraph open in the operation; the tree closes it all the same, so
-/// that the text has one element more than slots were made, and the insertion can't be taken back. The laws of a case
-/// don't hold for it.
-TEST(TextInsertion, ABlockBehindAnAtomicRunDoesNotCloseTheParagraph)
+TEST(TextInsertion, ABlockBehindAnAtomicRunBringsTheMarkOfItsParagraph)
 {
-    TextCase textCase("{|a~}");
-    CollaborationEngine::OperationUPtr changedOp;
-    EXPECT_TRUE(textCase.getExecutor().executeAndChangeIfNeeded(*insert(4, "#"), changedOp));
-    EXPECT_EQ("insert 4:#{", print(*changedOp));
-    EXPECT_EQ("{|a~}#{}", print(textCase.getText()));
+    TextCase("{|a~}").after(insert(4, "#")).is("{|a~}#{}").isChangedTo("insert 4:}#{");
+    TextCase("{|ab}").after(insert(3, "~#")).is("{|a~}#{|b}").isChangedTo("insert 3:~}#{|");
+    TextCase("{|a}").after(insert(4, "{~#$")).is("{|a}{~}#$").isChangedTo("insert 4:{~}#$");
+}
+
+TEST(TextInsertion, AnAtomicRunInFrontOfABlockBringsTheMarkOfItsParagraph)
+{
+    TextCase("#").after(insert(0, "~")).is("{~}#").isChangedTo("insert 0:{~}");
+    TextCase("$").after(insert(0, "{~")).is("{~}$").isChangedTo("insert 0:{~}");
+}
+
+TEST(TextInsertion, AParagraphWhoseEmptyRunIsDroppedIsClosed)
+{
+    TextCase("").after(insert(0, "{|{}")).is("{}{}").isChangedTo("insert 0:{}{}");
+    TextCase("{|a}").after(insert(3, "|{")).is("{|a}{}").isChangedTo("insert 3:}{");
+    TextCase("{~}").after(insert(2, "|#")).is("{~}#{}").isChangedTo("insert 2:}#{");
+}
+
+TEST(TextInsertion, TheSlotsBehindAMarkThatWasAddedNameTheirOwnElements)
+{
+    TextCase("{|a~}{|bc}").after(insert(4, "#")).after(mark(10, 11)).is("{|a~}#{}{|[.]c}");
 }
 
 TEST(TextInsertion, TheByteFFTravelsAsMinusOneAndComesBack)

@@ -1,6 +1,11 @@
 #include "TS_Assertions.h"
 #include "TS_TextCase.h"
 
+#include "DOM_Paragraph.h"
+#include "DOM_ParagraphStyle.h"
+#include "DOM_SetToSharedStyle.h"
+#include "DOM_SharedObjectFactory.h"
+
 #include "Util_Cast.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +16,41 @@ namespace Zem::TestSupport
 {
 
 using namespace CollaborationEngine;
+using DOMCollaboration::TextWithTombstonesItems;
+
+namespace
+{
+
+UUID makeStyleUUID(unsigned char number)
+{
+    return UUID(UUID::Bytes{number});
+}
+
+/// The tag of a paragraph whose style has a parent.
+DOMCollaboration::TextWithTombstonesElement makeStyledTag(const UUID& parent)
+{
+    DOM::ParagraphStyle style;
+    style.setParentUUID(parent);
+    auto paragraph = std::make_shared<DOM::Paragraph>();
+    paragraph->getSharedStyle() = DOM::SharedObjectFactory().create(std::move(style));
+    return SharedConstPtr<DOM::Block>(std::move(paragraph));
+}
+
+template<class Tag>
+OperationUPtr makeMultirange(unsigned long slot, const SharedConstPtr<ItemsCollection>& items)
+{
+    std::vector<ListModificationOperation<Tag>> nested;
+    const unsigned long count = cast<TextWithTombstonesItems>(*items).getCollection().size();
+    nested.emplace_back(getTextAddress(), 34, items, IndexRange<unsigned long>::fromCount(slot, count));
+    return std::make_unique<ListMultirangeOperationImpl<ListModificationOperation<Tag>>>(std::move(nested));
+}
+
+UUID getParentStyle(const DOM::Block& block)
+{
+    return DOM::derefSharedStyle(cast<DOM::Paragraph>(block).getSharedStyle()).getParentUUID();
+}
+
+} // namespace
 
 TEST(TextMarking, BytesOfARunBecomeTombstones)
 {
@@ -27,6 +67,28 @@ TEST(TextMarking, AMarkingCapturesWhatItTakesOut)
 TEST(TextMarking, JoiningParagraphsAndRestoringSplitsThemAtTheSamePlace)
 {
     TextCase("{|ab}{|cd}").after(mark(4, 6)).is("{|ab[..]|cd}").after(restore(4, "}{")).is("{|ab}{|cd}");
+}
+
+TEST(TextMarking, OfJoinedParagraphsTheFirstKeepsItsPropertiesAndTheSecondIsCapturedWithItsOwn)
+{
+    DOMCollaboration::TextWithTombstonesElementVector elements = makeElements("{|ab}{|cd}");
+    elements[0] = makeStyledTag(makeStyleUUID(1));
+    elements[5] = makeStyledTag(makeStyleUUID(2));
+    TextCase textCase("");
+    textCase.after(makeMultirange<InsertTag>(0, makeSharedConst<TextWithTombstonesItems>(elements)));
+    textCase.after(mark(4, 6)).is("{|ab[..]|cd}").isUnchanged();
+    EXPECT_EQ(makeStyleUUID(1), getParentStyle(*textCase.getText().getBlocks().front()));
+    const auto& marking =
+        cast<ListMultirangeOperationImpl<ListModificationOperation<MarkAsRemovedTag>>>(textCase.getHappened());
+    const auto& captured = cast<TextWithTombstonesItems>(*marking.getNestedOperations().front().getData());
+    const auto& tag = boost::get<SharedConstPtr<DOM::Block>>(captured.getCollection().at(1));
+    EXPECT_EQ(makeStyleUUID(2), getParentStyle(*tag));
+    EXPECT_TRUE(cast<DOM::Paragraph>(*tag).getRuns().empty());
+
+    textCase.after(makeMultirange<RestoreTag>(4, marking.getNestedOperations().front().getData()));
+    textCase.is("{|ab}{|cd}").isUnchanged();
+    EXPECT_EQ(makeStyleUUID(1), getParentStyle(*textCase.getText().getBlocks().front()));
+    EXPECT_EQ(makeStyleUUID(2), getParentStyle(*textCase.getText().getBlocks().back()));
 }
 
 TEST(TextMarking, TheLastMarkAloneIsRefused)
@@ -82,6 +144,14 @@ TEST(TextMarking, ManyParagraphsAndBlocksGoAtOnceAndComeBack)
     TextCase(stretch + "{|cd~}").after(mark(0, size)).is('[' + dead + "]{|cd~}").isUnchanged();
     TextCase("{|ab}" + stretch).after(mark(5, 5 + size)).is("{|ab}[" + dead + ']').isUnchanged();
     TextCase("{~}" + stretch + "{|cd~}").after(mark(2, 4 + size)).is("{~[." + dead + ".]|cd~}").isUnchanged();
+}
+
+TEST(TextMarking, AMarkBetweenAnAtomicRunAndAnAtomicBlockStays)
+{
+    TextCase("{~}#").after(mark(2, 3)).is("{~}#").isRefused();
+    TextCase("{~}$").after(mark(2, 3)).is("{~}$").isRefused();
+    TextCase("{~}{|a}#").after(mark(2, 7)).is("{~}{|a}#").isRefused();
+    TextCase("{~|ab}#{|c}").after(mark({{9, 10}, {2, 6}})).is("{~|ab}#{|c}").isRefused();
 }
 
 TEST(TextMarking, AWholeParagraphBehindAnotherGoes)
@@ -168,6 +238,14 @@ TEST(TextRestoring, DataThatDoesNotFitIsRefusedNotRepaired)
     TextCase("{|a[..]}[.]").after(restore({{6, "x"}, {3, "bc"}})).is("{|a[..]}[.]").isRefused();
 }
 
+TEST(TextRestoring, DataThatWouldLeaveAParagraphOpenIsRefused)
+{
+    TextCase("[..]#").after(restore(0, "{~")).is("[..]#").isRefused();
+    TextCase("{|a[...]}").after(restore(3, "~#{")).is("{|a[...]}").isRefused();
+    TextCase("{~[..]}").after(restore(2, "#{")).is("{~[..]}").isRefused();
+    TextCase("{~[...]}").after(restore(2, "}#{")).is("{~}#{}").isUnchanged();
+}
+
 TEST(TextRestoring, ALiveSlotIsNoTarget)
 {
     TextCase textCase("{|a[b]c}");
@@ -184,7 +262,7 @@ TEST(TextRestoring, MalformedDataChangesNothing)
     cast<ListMultirangeOperationImpl<ListModificationOperation<RestoreTag>>>(*operation)
         .getNestedOperations()
         .back()
-        .setData(makeSharedConst<DOMCollaboration::TextWithTombstonesItems>(
+        .setData(makeSharedConst<TextWithTombstonesItems>(
             DOMCollaboration::TextWithTombstonesElementVector{static_cast<short>(200)}));
     OperationUPtr changedOp;
     EXPECT_THROW(textCase.getExecutor().executeAndChangeIfNeeded(*operation, changedOp), BadNumCastError);
@@ -214,6 +292,15 @@ TEST(TextRemoval, AnInsertionWhoseReversalWouldBreakTheTextFails)
                      "fixBusinessLogicForRemoving(removeData, textWithTombstonesInfo.textWithTombstonesAdapter) == "
                      "BusinessLogicValidationResult::Valid");
     textCase.is("{|ab}");
+}
+
+TEST(TextRemoval, AnInsertionWhoseReversalWouldLeaveAParagraphOpenFails)
+{
+    TextCase textCase("{~}#");
+    EXPECT_ASSERTION(textCase.getExecutor().reverse(*insert(2, "}")),
+                     "fixBusinessLogicForRemoving(removeData, textWithTombstonesInfo.textWithTombstonesAdapter) == "
+                     "BusinessLogicValidationResult::Valid");
+    textCase.is("{~}#");
 }
 
 TEST(TextRemoval, AFailedReversalLeavesTheOperationAsItCame)

@@ -1,3 +1,4 @@
+#include "DClb_FailingAllocations.h"
 #include "TS_Assertions.h"
 #include "TS_RecordingObserver.h"
 #include "TS_TextNotation.h"
@@ -42,6 +43,26 @@ protected:
 DOM::Blocks takeBlocks(std::string_view notation)
 {
     return std::move(TestSupport::makeText(notation).getBlocks());
+}
+
+/// Lets one allocation after the other fail, until `change` succeeds; the text must be as it was each time.
+template<class Change>
+unsigned int failUntilItSucceeds(const DOM::TextWithTombstones& text, Change change)
+{
+    const DOM::TextWithTombstones before = text;
+    for (unsigned int allowedCount = 0;; ++allowedCount)
+    {
+        try
+        {
+            const FailingAllocation failing(allowedCount);
+            change();
+            return allowedCount;
+        }
+        catch (const std::bad_alloc&)
+        {
+            EXPECT_TRUE(before == text) << TestSupport::print(text);
+        }
+    }
 }
 
 } // namespace
@@ -90,6 +111,21 @@ TEST_F(TextWrappers, WithADeadObserverTheTextChangesAllTheSame)
     getBlocks().insertElements(takeBlocks("{}"), 0);
     getBlocks().removeElements(IndexRange<unsigned long>(2, 3));
     EXPECT_EQ("{}{|xb}{~|cd}", TestSupport::print(_text));
+}
+
+TEST_F(TextWrappers, WithoutMemoryTheTextStaysAsItWas)
+{
+    _observer.reset();
+    const std::string bytes(64, 'x');
+    EXPECT_LT(0u, failUntilItSucceeds(_text, [&] { getText(0, 0).insertElements(bytes, 1); }));
+    EXPECT_EQ("{|a" + bytes + "b~}#{|cd}", TestSupport::print(_text));
+    EXPECT_LT(0u, failUntilItSucceeds(
+                      _text, [&] { getText(0, 0).removeElements(IndexRange<unsigned long>(1, 1 + bytes.size())); }));
+    EXPECT_EQ("{|ab~}#{|cd}", TestSupport::print(_text));
+    EXPECT_LT(0u, failUntilItSucceeds(_text, [&]
+                                      { getParagraph(0).getRuns().removeElements(IndexRange<unsigned long>(0, 1)); }));
+    EXPECT_LT(0u, failUntilItSucceeds(_text, [&] { getBlocks().removeElements(IndexRange<unsigned long>(1, 3)); }));
+    EXPECT_EQ("{~}", TestSupport::print(_text));
 }
 
 TEST_F(TextWrappers, NothingMustNotBeInserted)
@@ -156,6 +192,9 @@ TEST_F(TextWrappers, ReadOnlyViewsShowTheSame)
     const auto text = dynamic_cast<const GenericTextRunWrapper<true>&>(*run).getText();
     EXPECT_EQ(2u, text.getSize());
     EXPECT_EQ(getText(0, 0).getAddressToRun(), text.getAddressToRun());
+    const GenericTextWrapper<true> textAsConst = getText(0, 0).asConst();
+    EXPECT_EQ(2u, textAsConst.getSize());
+    EXPECT_EQ(text.getAddressToRun(), textAsConst.getAddressToRun());
 }
 
 } // namespace Zem::DOMCollaboration

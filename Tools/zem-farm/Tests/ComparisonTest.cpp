@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace ZemFarm
 {
 
@@ -241,6 +243,14 @@ TEST(ComparisonOfDocuments, FindsWhatIsWrongWithOne)
     EXPECT_EQ("", findFault(document));
     document.getTextWithTombstones().getTombstones() = makeTombstones(100, 101);
     EXPECT_NE("", findFault(document));
+}
+
+TEST(ComparisonOfDocuments, FindsAStyleThatNoJsonCanHold)
+{
+    DOM::Document document = makeDocument();
+    EXPECT_EQ("", findFaultOfJson(document));
+    getRun(document, 0).getSharedStyle() = makeUnsharedStyle(std::numeric_limits<float>::quiet_NaN());
+    EXPECT_EQ(0U, findFaultOfJson(document).find("its JSON can't be written and read: "));
 }
 
 Selection makeSelection(unsigned long begin, unsigned long end, bool sticks = false,

@@ -136,9 +136,9 @@ unsigned long countActiveLateJoiners(const Script& script)
     for (auto step = script._steps.begin(); step != script._steps.end(); ++step)
     {
         const auto isByJoiner = [&](const Step& other)
-        { return other._action == Action::Do && other._client == step->_client; };
-        hasBegun = hasBegun || step->_action == Action::Do;
-        const bool isLateJoin = hasBegun && step->_action == Action::Join;
+        { return other._kind == StepKind::Do && other._client == step->_client; };
+        hasBegun = hasBegun || step->_kind == StepKind::Do;
+        const bool isLateJoin = hasBegun && step->_kind == StepKind::Join;
         count += isLateJoin && std::any_of(step, script._steps.end(), isByJoiner) ? 1 : 0;
     }
     return count;
@@ -177,8 +177,11 @@ TEST(ATable, NamesEveryCount)
     tally._changedCount = 32;
     tally._shadowedCount = 33;
     tally._badCount = 34;
-    tally._rejected = {{"reason a", 1}, {"reason b", 2}};
-    tally._refused = {{"reason a", 5}};
+    tally._rejected = {{RefusalReason::NotTaken, {1, "a"}}, {RefusalReason::TargetRemoved, {2, "b"}}};
+    tally._refused = {{RefusalReason::NotTaken, {5, "a"}}};
+    tally._remadeAtServerCount = 37;
+    tally._remadeByClientsCount = 38;
+    tally._replayedCount = 39;
     tally._lateJoinsCount = 35;
     tally._reconnectsCount = 36;
     std::istringstream lines(format(tally, 2));
@@ -199,11 +202,24 @@ TEST(ATable, NamesEveryCount)
     EXPECT_EQ("32", table["changed at the server"]);
     EXPECT_EQ("33", table["shadowed at the server"]);
     EXPECT_EQ("34", table["bad on purpose, and rejected"]);
-    EXPECT_EQ("3", table["rejected at the server"]);
+    EXPECT_EQ("3", table["refused at the server"]);
+    EXPECT_EQ("2", table["  target removed"]);
     EXPECT_EQ("5", table["refused, as authors learnt"]);
     EXPECT_EQ("35", table["  joined late"]);
     EXPECT_EQ("36", table["reconnects"]);
+    EXPECT_EQ("37", table["made again at the server"]);
+    EXPECT_EQ("38", table["made again by clients"]);
+    EXPECT_EQ("39", table["replayed to make documents again"]);
     EXPECT_EQ("2000", table["operations per second"]);
+}
+
+TEST(ATable, LooksTheSameHoweverLongItTook)
+{
+    Tally tally;
+    tally._operationsCount = 123456;
+    const auto dropSpeed = [](const std::string& table)
+    { return table.substr(0, table.find("operations per second")); };
+    EXPECT_EQ(dropSpeed(format(tally, 100000)), dropSpeed(format(tally, 0.001)));
 }
 
 TEST(ATally, AddsUp)
@@ -223,13 +239,16 @@ TEST(ATally, AddsUp)
                                  &tally._changedCount,
                                  &tally._shadowedCount,
                                  &tally._badCount,
+                                 &tally._remadeAtServerCount,
+                                 &tally._remadeByClientsCount,
+                                 &tally._replayedCount,
                                  &tally._rebasedCount,
                                  &tally._executedCount,
                                  &tally._besidePendingCount,
                                  &tally._operationsByGenerator["type"],
-                                 &tally._rejected["a"],
-                                 &tally._refused["a"],
-                                 &tally._refused["b"]})
+                                 &tally._rejected[RefusalReason::NotTaken]._count,
+                                 &tally._refused[RefusalReason::NotTaken]._count,
+                                 &tally._refused[RefusalReason::TargetRemoved]._count})
     {
         *count = ++last;
     }
@@ -244,7 +263,7 @@ TEST(ATally, AddsUp)
         EXPECT_EQ(2 * readCount(line), readCount(doubled)) << doubled;
         sum += readCount(line);
     }
-    // Each count stands in the table once, and of the rejected and refused ones the sum as well.
+    // Each count stands in the table once, and of the refused ones the sum as well.
     EXPECT_EQ(last * (last + 1) / 2 + (last - 2) + (last - 1) + last, sum);
 }
 
@@ -276,7 +295,6 @@ settle
     static constexpr const char* shrunkScript = R"(kind text
 document 4711 0
 checkpoint 16
-runs-at 0
 client 1 join 1
 client 1 do spoil 1
 settle

@@ -25,7 +25,6 @@ TEST(Notes, TellWhatEachStepDid)
     EXPECT_EQ(R"(kind text
 document 1 0
 checkpoint 16
-runs-at 0
 client 1 join 1
 client 1 do script 3  #  client 1:  [n25] insert key
 settle  #  client 1:  gets 1.1 [n25] insert key

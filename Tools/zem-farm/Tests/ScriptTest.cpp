@@ -10,7 +10,7 @@ namespace
 
 using Zem::CollaborationSession::DocumentKind;
 
-/// Every action, with numbers where it has some.
+/// Every kind of step, with numbers where it has some.
 Script makeWholeScript()
 {
     Script script;
@@ -18,18 +18,16 @@ Script makeWholeScript()
     script._setup._documentSeed = 4711;
     script._setup._documentSize = 3;
     script._setup._checkpointInterval = 64;
-    script._setup._depthOfRuns = 2;
-    script._steps = {{Action::Join, 1, "", 1},      {Action::Join, 2, "", 0},       {Action::Do, 1, "type", 815},
-                     {Action::Select, 2, "", 4},    {Action::Send, 1, "", 0},       {Action::ToServer, 1, "", 1},
-                     {Action::ToClient, 2, "", 20}, {Action::Disconnect, 1, "", 0}, {Action::Reconnect, 1, "", 0},
-                     {Action::Leave, 2, "", 0},     {Action::Bad, 0, "", 5},        {Action::Settle, 0, "", 0}};
+    script._steps = {{StepKind::Join, 1, "", 1},      {StepKind::Join, 2, "", 0},       {StepKind::Do, 1, "type", 815},
+                     {StepKind::Select, 2, "", 4},    {StepKind::Send, 1, "", 0},       {StepKind::ToServer, 1, "", 1},
+                     {StepKind::ToClient, 2, "", 20}, {StepKind::Disconnect, 1, "", 0}, {StepKind::Reconnect, 1, "", 0},
+                     {StepKind::Leave, 2, "", 0},     {StepKind::Bad, 0, "", 5},        {StepKind::Settle, 0, "", 0}};
     return script;
 }
 
 constexpr const char* wholeText = R"(kind presentation
 document 4711 3
 checkpoint 64
-runs-at 2
 client 1 join 1
 client 2 join 0
 client 1 do type 815
@@ -77,7 +75,7 @@ TEST(Script, MayHaveCommentsBlankLinesAndOtherLineEnds)
 {
     Script script;
     script._setup._kind = DocumentKind::Workbook;
-    script._steps = {{Action::Send, 7, "", 0}, Step()};
+    script._steps = {{StepKind::Send, 7, "", 0}, Step()};
     EXPECT_EQ(script, parseScript("# a session\r\n\r\nkind workbook # of cells\r\n  client  7\tsend\r\n\n#\nsettle#"));
 }
 
@@ -112,8 +110,8 @@ TEST(Script, RefusesWhatNoSessionHas)
 
 TEST(Script, HasItsSetupInFrontOfItsSteps)
 {
-    expectBad("kind text\nsettle\nrunsat 1", "line 3: there is no step \"runsat\"");
-    expectBad("kind text\nsettle\nruns-at 1", "line 3: \"runs-at\" must stand in front of all steps");
+    expectBad("kind text\nsettle\ncheckpoints 1", "line 3: there is no step \"checkpoints\"");
+    expectBad("kind text\nsettle\ncheckpoint 1", "line 3: \"checkpoint\" must stand in front of all steps");
     expectBad("settle\nkind text", "line 2: \"kind\" must stand in front of all steps");
 }
 

@@ -20,10 +20,10 @@ protected:
     {
         for (unsigned long client = 1; client <= 3; ++client)
         {
-            _session.apply({Action::Join, client, "", 1});
+            _session.apply({StepKind::Join, client, "", 1});
         }
-        _session.apply({Action::Do, 1, "type", 4711});
-        _session.apply({Action::Select, 2, "", 5});
+        _session.apply({StepKind::Do, 1, "type", 4711});
+        _session.apply({StepKind::Select, 2, "", 5});
         _session.apply(Step());
     }
 
@@ -121,16 +121,16 @@ TEST_F(ASession, FindsAnIndexThatCountsWrong)
 TEST_F(ASession, FindsALegalOperationThatWasRejected)
 {
     addSmugglingGenerators();
-    const Step sending{Action::Send, 1, "", 0};
-    for (const Step& step : {Step{Action::Do, 1, "smuggle", 1}, sending, Step{Action::ToServer, 1, "", 1},
-                             Step{Action::ToClient, 1, "", 1}, Step{Action::Do, 1, "drop", 1}})
+    const Step sending{StepKind::Send, 1, "", 0};
+    for (const Step& step : {Step{StepKind::Do, 1, "smuggle", 1}, sending, Step{StepKind::ToServer, 1, "", 1},
+                             Step{StepKind::ToClient, 1, "", 1}, Step{StepKind::Do, 1, "drop", 1}})
     {
         _session.apply(step);
     }
     EXPECT_EQ(1U, getTotal(_session.getTally()._rejected));
     EXPECT_EQ(1U, getTotal(_session.getTally()._refused));
-    expectFailure("refused: " + _session.getTally()._rejected.begin()->first,
-                  "an operation that was legal where it was made was refused: ");
+    expectFailure("refused: " + _session.getTally()._rejected.begin()->second._sentence,
+                  "an action that was legal where it was made was refused: fits no document: ");
 }
 
 TEST_F(ASession, FindsALegalOperationThatItsClientRefused)
@@ -138,28 +138,38 @@ TEST_F(ASession, FindsALegalOperationThatItsClientRefused)
     addSmugglingGenerators();
     // What comes in is an edit of the text, for which what is pending there is taken back and executed again.
     for (const Step& step :
-         {Step{Action::Do, 2, "type", 4711}, Step{Action::Send, 2, "", 0}, Step{Action::ToServer, 2, "", 1},
-          Step{Action::Do, 1, "smuggle", 1}, Step{Action::Do, 1, "drop", 1}, Step{Action::ToClient, 1, "", 1}})
+         {Step{StepKind::Do, 2, "type", 1}, Step{StepKind::Send, 2, "", 0}, Step{StepKind::ToServer, 2, "", 1},
+          Step{StepKind::Do, 1, "smuggle", 1}, Step{StepKind::Do, 1, "drop", 1}, Step{StepKind::ToClient, 1, "", 1}})
     {
         _session.apply(step);
     }
     EXPECT_EQ(0U, getTotal(_session.getTally()._rejected));
     ASSERT_EQ(1U, getTotal(_session.getTally()._refused));
-    expectFailure("refused: " + _session.getTally()._refused.begin()->first,
-                  "an operation that was legal where it was made was refused: ");
+    expectFailure("refused: " + _session.getTally()._refused.begin()->second._sentence,
+                  "an action that was legal where it was made was refused: fits no document: ");
 }
 
 TEST_F(ASession, FindsAnOperationThatWasRejectedAfterItsAuthorLeft)
 {
     addSmugglingGenerators();
-    for (const Step& step : {Step{Action::Do, 1, "smuggle", 1}, Step{Action::Send, 1, "", 0},
-                             Step{Action::ToServer, 1, "", 1}, Step{Action::Leave, 1, "", 0}})
+    for (const Step& step : {Step{StepKind::Do, 1, "smuggle", 1}, Step{StepKind::Send, 1, "", 0},
+                             Step{StepKind::ToServer, 1, "", 1}, Step{StepKind::Leave, 1, "", 0}})
     {
         _session.apply(step);
     }
     EXPECT_EQ(0U, getTotal(_session.getTally()._refused));
-    expectFailure("refused: " + _session.getTally()._rejected.begin()->first,
-                  "an operation that was legal where it was made was refused: ");
+    expectFailure("refused: " + _session.getTally()._rejected.begin()->second._sentence,
+                  "an action that was legal where it was made was refused: fits no document: ");
+}
+
+TEST_F(ASession, FindsADocumentThatWasMadeAgainForNothing)
+{
+    addStumblingGenerator();
+    _session.apply({StepKind::Bad, 0, "", 1});
+    EXPECT_NO_THROW(_session.apply(Step()));
+    _session.apply({StepKind::Do, 2, "stumble", 1});
+    EXPECT_EQ(1U, _session.getTally()._remadeByClientsCount);
+    expectFailure("made again", "documents were made again for nothing: ");
 }
 
 TEST_F(ASession, TellsWhichStepFailedInOneLine)
@@ -167,7 +177,7 @@ TEST_F(ASession, TellsWhichStepFailedInOneLine)
     addFailingGenerator();
     try
     {
-        _session.apply({Action::Do, 3, "refuse", 7});
+        _session.apply({StepKind::Do, 3, "refuse", 7});
         ADD_FAILURE() << "the step didn't fail";
     }
     catch (const Failure& failure)
@@ -181,14 +191,14 @@ TEST_F(ASession, PassesOverWhatCantBeDone)
 {
     const unsigned long operationsCount = _session.getOperationsCount();
     for (const Step& step :
-         {Step{Action::Do, 9, "type", 1}, Step{Action::Select, 9, "", 1}, Step{Action::Leave, 9, "", 0},
-          Step{Action::Join, 1, "", 1}, Step{Action::Reconnect, 1, "", 0}, Step{Action::ToClient, 1, "", 50}})
+         {Step{StepKind::Do, 9, "type", 1}, Step{StepKind::Select, 9, "", 1}, Step{StepKind::Leave, 9, "", 0},
+          Step{StepKind::Join, 1, "", 1}, Step{StepKind::Reconnect, 1, "", 0}, Step{StepKind::ToClient, 1, "", 50}})
     {
         EXPECT_NO_THROW(_session.apply(step)) << print(step);
     }
-    EXPECT_NO_THROW(_session.apply({Action::Disconnect, 1, "", 0}));
-    EXPECT_NO_THROW(_session.apply({Action::Disconnect, 1, "", 0}));
-    EXPECT_NO_THROW(_session.apply({Action::Send, 1, "", 0}));
+    EXPECT_NO_THROW(_session.apply({StepKind::Disconnect, 1, "", 0}));
+    EXPECT_NO_THROW(_session.apply({StepKind::Disconnect, 1, "", 0}));
+    EXPECT_NO_THROW(_session.apply({StepKind::Send, 1, "", 0}));
     EXPECT_EQ(operationsCount, _session.getOperationsCount());
     EXPECT_EQ(3U, _session.getParticipants().size());
 }
@@ -196,13 +206,13 @@ TEST_F(ASession, PassesOverWhatCantBeDone)
 TEST_F(ASession, LosesWhatIsUnderWayWhenAConnectionBreaks)
 {
     const unsigned long operationsCount = _session.getTally()._executedCount;
-    _session.apply({Action::Do, 1, "script", 1});
-    _session.apply({Action::Send, 1, "", 0});
+    _session.apply({StepKind::Do, 1, "script", 1});
+    _session.apply({StepKind::Send, 1, "", 0});
     EXPECT_EQ(1U, getParticipant(1).getBatchesCount());
-    _session.apply({Action::Disconnect, 1, "", 0});
+    _session.apply({StepKind::Disconnect, 1, "", 0});
     EXPECT_EQ(0U, getParticipant(1).getBatchesCount());
     EXPECT_FALSE(getParticipant(1).isConnected());
-    _session.apply({Action::ToServer, 1, "", 5});
+    _session.apply({StepKind::ToServer, 1, "", 5});
     EXPECT_EQ(0U, getParticipant(2).getMessagesCount());
 
     _session.apply(Step());
@@ -213,13 +223,13 @@ TEST_F(ASession, LosesWhatIsUnderWayWhenAConnectionBreaks)
 
 TEST_F(ASession, LetsMessagesTravelLate)
 {
-    _session.apply({Action::Do, 1, "script", 1});
-    _session.apply({Action::Send, 1, "", 0});
+    _session.apply({StepKind::Do, 1, "script", 1});
+    _session.apply({StepKind::Send, 1, "", 0});
     EXPECT_EQ(0U, getParticipant(2).getMessagesCount());
-    _session.apply({Action::ToServer, 1, "", 1});
+    _session.apply({StepKind::ToServer, 1, "", 1});
     EXPECT_EQ(1U, getParticipant(2).getMessagesCount());
     EXPECT_EQ(1U, getParticipant(3).getMessagesCount());
-    _session.apply({Action::ToClient, 2, "", 1});
+    _session.apply({StepKind::ToClient, 2, "", 1});
     EXPECT_EQ(0U, getParticipant(2).getMessagesCount());
     EXPECT_EQ(1U, getParticipant(3).getMessagesCount());
 }
@@ -228,8 +238,8 @@ TEST_F(ASession, CountsThoseThatJoinLateAndThoseThatLeave)
 {
     EXPECT_EQ(3U, _session.getTally()._joinsCount);
     EXPECT_EQ(0U, _session.getTally()._lateJoinsCount);
-    _session.apply({Action::Join, 4, "", 0});
-    _session.apply({Action::Leave, 1, "", 0});
+    _session.apply({StepKind::Join, 4, "", 0});
+    _session.apply({StepKind::Leave, 1, "", 0});
     _session.apply(Step());
     EXPECT_EQ(4U, _session.getTally()._joinsCount);
     EXPECT_EQ(1U, _session.getTally()._lateJoinsCount);
@@ -241,8 +251,8 @@ TEST_F(ASession, HasEveryBadOperationRejected)
 {
     for (unsigned long seed = 0; seed < 50; ++seed)
     {
-        ASSERT_NO_THROW(_session.apply({Action::Bad, 0, "", seed})) << seed;
-        _session.apply({Action::Do, 1 + seed % 3, "type", seed});
+        ASSERT_NO_THROW(_session.apply({StepKind::Bad, 0, "", seed})) << seed;
+        _session.apply({StepKind::Do, 1 + seed % 3, "type", seed});
     }
     _session.apply(Step());
     EXPECT_EQ(50U, _session.getTally()._badCount);

@@ -7,6 +7,8 @@
 #include "CE_SetPropertyOperation.h"
 #include "DOM_Blocks.h"
 
+#include "Util_Assert.h"
+
 #include <stdexcept>
 
 namespace ZemFarm
@@ -44,6 +46,25 @@ void drop(Participant& author, Random&)
     getMainText(author.getDocument()).getBlocks().pop_back();
 }
 
+void stumble(Participant& author, Random&)
+{
+    using namespace Zem::DOMCollaboration;
+    constexpr unsigned long noProperty = 999;
+    constexpr auto nodeType = OperationDOMNodeType::DocumentProps;
+    const PropertyChange change = makeChange<PropertyId::ChangesTrackingEnabledId>(false, true);
+    Zem::CollaborationEngine::SetPropertyOperation setting(
+        makeFixedAddress(nodeType), convertOperationNodeType(nodeType), noProperty, change._oldValue, change._newValue);
+    try
+    {
+        author.execute(setting);
+    }
+    catch (const Zem::AssertionFailure&)
+    {
+        return;
+    }
+    throw std::logic_error("the operation didn't fail");
+}
+
 void fail(Participant&, Random&)
 {
     throw std::runtime_error("it fits\nno document");
@@ -79,6 +100,11 @@ void addSmugglingGenerators()
 {
     addOnce({"smuggle", 0, isForAll, smuggle});
     addOnce({"drop", 0, isForAll, drop});
+}
+
+void addStumblingGenerator()
+{
+    addOnce({"stumble", 0, isForAll, stumble});
 }
 
 void addFailingGenerator()

@@ -19,6 +19,9 @@ void addSmugglingGenerators();
 /// Appends a paragraph to the main text without telling anybody.
 void smuggleParagraph(const Zem::DOM::Document& document);
 
+/// The same for "stumble", which executes an operation that fails, and keeps that to itself.
+void addStumblingGenerator();
+
 /// The same for "refuse", which fails as an operation does that no document takes.
 void addFailingGenerator();
 

@@ -126,12 +126,14 @@ TEST_F(TheProgram, DoesAllKindsInTurnAndShowsWhatTheyCameTo)
     EXPECT_EQ(0, outcome._exitCode) << outcome._errors;
     EXPECT_GE(std::stoul("0" + findCount(outcome._output, "operations")), 3000U) << outcome._output;
     for (const char* name : {"transformed at the server", "changed at the server", "shadowed at the server",
-                             "  joined late", "reconnects", "  undo-any", "  insert-cell-value", "  insert-atomic-run",
-                             "  mark-blocks", "selections", "bad on purpose, and rejected"})
+                             "  joined late", "reconnects", "  undo-any", "  redo", "  insert-cell-value",
+                             "  insert-atomic-run", "  mark-blocks", "selections", "bad on purpose, and rejected"})
     {
         EXPECT_GT(std::stoul("0" + findCount(outcome._output, name)), 0U) << name << '\n' << outcome._output;
     }
-    for (const char* name : {"rejected at the server", "refused, as authors learnt"})
+    EXPECT_NE(std::string::npos, outcome._output.find("\nleft out:\n  texts of comments and notes: "))
+        << outcome._output;
+    for (const char* name : {"refused at the server", "refused, as authors learnt"})
     {
         EXPECT_NE("", findCount(outcome._output, name)) << name << '\n' << outcome._output;
     }

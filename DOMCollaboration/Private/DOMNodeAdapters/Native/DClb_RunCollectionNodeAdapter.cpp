@@ -27,7 +27,7 @@ template<bool isConst>
 typename NativeNodeAdapter<isConst>::ChildUPtr
 GenericRunCollectionNodeAdapter<isConst>::createItemAdapter(unsigned long index) const
 {
-    NodeOf<GenericRunCollectionNodeAdapter, DOM::Run>& run = derefPtr(getRuns().at(index));
+    NodeOf<GenericRunCollectionNodeAdapter, DOM::Run>& run = getListElement(getRuns(), index);
     if (run.getKind() == DOM::RunKind::TextRun)
     {
         return std::make_unique<GenericTextRunNodeAdapter<isConst>>(

@@ -22,13 +22,13 @@ namespace
 {
 
 template<class Tag, class NodeType, bool isConst>
-auto& collectionOf(const GenericFrameCollectionNodeAdapter<Tag, NodeType, isConst>& adapter)
+decltype(auto) collectionOf(const GenericFrameCollectionNodeAdapter<Tag, NodeType, isConst>& adapter)
 {
     return adapter.getFrames();
 }
 
 template<class Tag, class NodeType, bool isConst>
-auto& collectionOf(const GenericConditionalFormatCollectionNodeAdapter<Tag, NodeType, isConst>& adapter)
+decltype(auto) collectionOf(const GenericConditionalFormatCollectionNodeAdapter<Tag, NodeType, isConst>& adapter)
 {
     return adapter.getConditionalFormats();
 }
@@ -81,7 +81,7 @@ TombstonesListNodeAdapter<Derived, nodeType, ElementAdapter>::createChildAdapter
     IndexExcludingTombstones index)
 {
     using Traits = NodeAdapterDetails::Traits<Derived>;
-    auto& elements = collectionOf(static_cast<const Derived&>(*this)).getElements();
+    auto&& elements = collectionOf(static_cast<const Derived&>(*this)).getElements();
     if (index.get() > elements.size())
     {
         return nullptr;
@@ -92,23 +92,22 @@ TombstonesListNodeAdapter<Derived, nodeType, ElementAdapter>::createChildAdapter
             GenericCollectionEndMarkNodeAdapter<typename Traits::Tag, typename Traits::NodeType, Traits::isConst>>(
             this->nodeTypeInWorld);
     }
-    return std::make_unique<ElementAdapter>(derefPtr(elements[index.get()]));
+    return std::make_unique<ElementAdapter>(getListElement(elements, index.get()));
 }
 
 template<class Tag, class NodeType, bool isConst>
-NodeOf<GenericFrameCollectionNodeAdapter<Tag, NodeType, isConst>,
-       typename GenericFrameCollectionNodeAdapter<Tag, NodeType, isConst>::Collection>&
+CollectionOf<isConst, std::vector<std::unique_ptr<DOM::Frame>>>
 GenericFrameCollectionNodeAdapter<Tag, NodeType, isConst>::getFrames() const
 {
-    return this->getTable().getFrames();
+    return CollectionOf<isConst, std::vector<std::unique_ptr<DOM::Frame>>>(this->getTable().getFrames());
 }
 
 template<class Tag, class NodeType, bool isConst>
-NodeOf<GenericConditionalFormatCollectionNodeAdapter<Tag, NodeType, isConst>,
-       typename GenericConditionalFormatCollectionNodeAdapter<Tag, NodeType, isConst>::Collection>&
+CollectionOf<isConst, std::vector<std::unique_ptr<DOM::ConditionalFormat>>>
 GenericConditionalFormatCollectionNodeAdapter<Tag, NodeType, isConst>::getConditionalFormats() const
 {
-    return this->getTable().getConditionalFormats();
+    return CollectionOf<isConst, std::vector<std::unique_ptr<DOM::ConditionalFormat>>>(
+        this->getTable().getConditionalFormats());
 }
 
 ZEM_INSTANTIATE_SHARED_NODE_ADAPTER(GenericHeaderFooterPairCollectionNodeAdapter)

@@ -48,9 +48,9 @@ class GenericRunCollectionNodeAdapter final
 public:
     using GenericRunCollectionNodeAdapter::NativeListNodeAdapter::NativeListNodeAdapter;
 
-    NodeOf<GenericRunCollectionNodeAdapter, DOM::Runs>& getRuns() const
+    ListOf<isConst, DOM::Runs> getRuns() const
     {
-        return this->getSubject();
+        return ListOf<isConst, DOM::Runs>(this->getSubject().get());
     }
 
     unsigned long getSize() const;

@@ -4,7 +4,6 @@
 
 #include "DOMNodeAdapters/DClb_NodeAdapterImpl.h"
 
-#include "CU_CollectionWithTombstones.h"
 #include "DOM_UUIDContainer.h"
 
 #include <memory>
@@ -170,9 +169,8 @@ class GenericFrameCollectionNodeAdapter final
 {
 public:
     using GenericFrameCollectionNodeAdapter::TombstonesListNodeAdapter::TombstonesListNodeAdapter;
-    using Collection = CollaborationUtils::CollectionWithTombstones<std::vector<std::unique_ptr<DOM::Frame>>>;
 
-    NodeOf<GenericFrameCollectionNodeAdapter, Collection>& getFrames() const;
+    CollectionOf<isConst, std::vector<std::unique_ptr<DOM::Frame>>> getFrames() const;
 };
 
 template<class Tag, class NodeType, bool isConst>
@@ -183,10 +181,8 @@ class GenericConditionalFormatCollectionNodeAdapter final
 {
 public:
     using GenericConditionalFormatCollectionNodeAdapter::TombstonesListNodeAdapter::TombstonesListNodeAdapter;
-    using Collection =
-        CollaborationUtils::CollectionWithTombstones<std::vector<std::unique_ptr<DOM::ConditionalFormat>>>;
 
-    NodeOf<GenericConditionalFormatCollectionNodeAdapter, Collection>& getConditionalFormats() const;
+    CollectionOf<isConst, std::vector<std::unique_ptr<DOM::ConditionalFormat>>> getConditionalFormats() const;
 };
 
 ZEM_DECLARE_SHARED_NODE_ADAPTER(GenericHeaderFooterPairCollectionNodeAdapter)

@@ -1,0 +1,424 @@
+#include "Sharing/CS_ActionRunner.h"
+
+#include "Editing/CS_Painting.h"
+#include "Editing/CS_Stretch.h"
+#include "Editing/CS_TextInDocument.h"
+#include "Sharing/CS_DeadElements.h"
+#include "Sharing/CS_ExecuteStably.h"
+#include "Sharing/CS_Looks.h"
+#include "Sharing/CS_Stopwatch.h"
+
+#include "CE_InverseOperation.h"
+#include "CE_OperationEquality.h"
+#include "CE_SetPropertyOperation.h"
+
+#include "Util_Cast.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace Zem::CollaborationSession
+{
+
+using namespace CollaborationEngine;
+
+namespace
+{
+
+const Meaning& getMeaning(const Action& action)
+{
+    static const Meaning none;
+    return action._meaning ? *action._meaning : none;
+}
+
+/// Whether something of an operation waits for an element that was removed.
+bool isInRemoved(const Operation& operation)
+{
+    return visitWith<bool>(
+        operation, [](const AtomicOperation&) { return false; },
+        [](const CompositeOperation& composite)
+        {
+            return std::any_of(composite.getParts().begin(), composite.getParts().end(),
+                               [](const OperationUPtr& part) { return isInRemoved(*part); });
+        },
+        [](const EmptyOperation&) { return false; },
+        [](const ShadowedOperation& shadowed) { return !shadowed.getShadows()._deadPlaces.empty(); });
+}
+
+/// What fits, or `planned` if that does; an empty operation if nothing is left to do.
+template<class Fitted>
+OperationUPtr take(Fitted fitted, const Operation& planned)
+{
+    if (!fitted._isChanged)
+    {
+        return cloneOperation(planned);
+    }
+    if (!fitted._operation)
+    {
+        return std::make_unique<EmptyOperation>();
+    }
+    fitted._operation->inheritIDIfPossibleImpl(planned);
+    return std::move(fitted._operation);
+}
+
+/// Empty if the text is gone, or in something that is.
+std::optional<TextInDocument>
+findText(const std::shared_ptr<DOMCollaboration::DocumentAdapterWithNodeAdapter>& document,
+         const OperationNodeAddress& address)
+{
+    try
+    {
+        return TextInDocument(document, address);
+    }
+    catch (const std::exception&)
+    {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+ActionRunner::ActionRunner(Replica& replica, Bridge& bridge, Statistics& statistics, Host& host)
+    : _replica(replica)
+    , _bridge(bridge)
+    , _statistics(statistics)
+    , _host(host)
+{
+}
+
+ActionRunner::Outcome ActionRunner::run(const Action& action)
+{
+    _meaning = &getMeaning(action);
+    _hasMet = _hasMet || !_bridge.isClear();
+    boost::optional<Bridge::Mark> before;
+    if (_meaning->_isAllOrNothing)
+    {
+        before = _bridge.getMark();
+    }
+    runParts(*action._operation);
+    std::vector<LookSetting> painted = _hasMet ? paint() : _meaning->_looks;
+    if (before && _refusal)
+    {
+        takeBackAll();
+        painted.clear();
+        _bridge.returnTo(std::move(*before));
+        _bridge.leaveOut(*action._operation);
+        _refusal->_reason = RefusalReason::NotWhole;
+    }
+    return makeOutcome(action, std::move(painted));
+}
+
+ActionRunner::Outcome ActionRunner::makeOutcome(const Action& action, std::vector<LookSetting> painted)
+{
+    Outcome outcome;
+    outcome._refusal = std::move(_refusal);
+    outcome._happened = {makeOperation(action), action._meaning};
+    if (action._meaning && !_meaning->_looks.empty() && _hasMet)
+    {
+        auto meaning = std::make_shared<Meaning>(*action._meaning);
+        meaning->_looks = std::move(painted);
+        outcome._happened._meaning = std::move(meaning);
+    }
+    _hasMet = false;
+    _done.clear();
+    return outcome;
+}
+
+/// One operation of all that happened.
+ActionRunner::OperationPtr ActionRunner::makeOperation(const Action& action) const
+{
+    if (_done.size() == 1)
+    {
+        return _done.front();
+    }
+    OperationUPtr operation = joinDone(0);
+    operation->inheritIDIfPossibleImpl(*action._operation);
+    return operation;
+}
+
+/// The operations of an action happen one by one: what one can't do costs that one alone.
+void ActionRunner::runParts(const Operation& operation)
+{
+    const auto* composite = cast<CompositeOperation>(&operation);
+    if (!composite || composite->getKind() != CompositeKind::Plain)
+    {
+        runPart(operation);
+        return;
+    }
+    for (const OperationUPtr& part : composite->getParts())
+    {
+        runParts(*part);
+    }
+}
+
+void ActionRunner::runPart(const Operation& part)
+{
+    OperationUPtr planned = place(part);
+    if (!planned || cast<EmptyOperation>(planned.get()))
+    {
+        return;
+    }
+    if (isInRemoved(*planned) && !isInRemoved(part))
+    {
+        ++_statistics._shadowedCount;
+        refuse(RefusalReason::TargetRemoved, "What it is about was removed.");
+    }
+    if (_hasMet && isPainted(*planned))
+    {
+        return;
+    }
+    carryOut(part, std::move(planned));
+}
+
+/// `part` past the bridge. Null if there is no place for it: what was made behind it goes on without it.
+OperationUPtr ActionRunner::place(const Operation& part)
+{
+    const Stopwatch stopwatch(_statistics._transformingTime);
+    try
+    {
+        return _bridge.cross(part, _meaning->_isUndo ? Bridge::Values::Yields : Bridge::Values::LaterStands);
+    }
+    catch (const std::exception& error)
+    {
+        refuse(RefusalReason::HasNoPlace, error.what());
+    }
+    _bridge.leaveOut(part);
+    return nullptr;
+}
+
+/// A setting of a look that is painted anyway, once the other operations have happened. Of what is in a removed place
+/// the operation has to remember it.
+bool ActionRunner::isPainted(const Operation& planned) const
+{
+    return !_meaning->_looks.empty() && cast<SetPropertyOperation>(&planned);
+}
+
+void ActionRunner::carryOut(const Operation& part, OperationUPtr planned)
+{
+    const std::size_t doneBefore = _done.size();
+    try
+    {
+        const Stopwatch stopwatch(_statistics._executingTime);
+        carryOutFitted(*planned, part);
+    }
+    catch (const std::exception& error)
+    {
+        refuse(RefusalReason::FitsNoDocument, error.what());
+        forget(doneBefore);
+        _host.restore(_done);
+        _bridge.refuse(part);
+        return;
+    }
+    const OperationUPtr happened = joinDone(doneBefore);
+    if (cast<EmptyOperation>(happened.get()))
+    {
+        refuse(RefusalReason::NotTaken, "The document doesn't take it.");
+    }
+    if (!haveEqualEffects(*planned, *happened))
+    {
+        ++_statistics._changedCount;
+        _bridge.appendChange(part, *planned, *happened);
+    }
+}
+
+void ActionRunner::execute(OperationUPtr planned)
+{
+    OperationUPtr changed;
+    const bool isChanged = executeStably(_replica.getExecutor(), *planned, changed);
+    OperationUPtr& happened = isChanged ? changed : planned;
+    if (cast<EmptyOperation>(happened.get()))
+    {
+        return;
+    }
+    _bridge.moveLooks(*happened);
+    _host.onCarriedOut(*planned, *happened);
+    _done.emplace_back(std::move(happened));
+}
+
+OperationUPtr ActionRunner::joinDone(std::size_t begin) const
+{
+    std::vector<OperationUPtr> parts;
+    for (std::size_t index = begin; index < _done.size(); ++index)
+    {
+        parts.push_back(cloneOperation(*_done[index]));
+    }
+    return makeOperationFromParts(std::move(parts));
+}
+
+/// Tells the host that all behind the first `doneCount` operations is taken back.
+void ActionRunner::forget(std::size_t doneCount)
+{
+    for (; _done.size() > doneCount; _done.pop_back())
+    {
+        _host.onTakenBack(*_done.back());
+    }
+}
+
+void ActionRunner::takeBackAll()
+{
+    for (auto operation = _done.rbegin(); operation != _done.rend(); ++operation)
+    {
+        _replica.getExecutor().reverse(*cloneOperation(**operation));
+    }
+    forget(0);
+}
+
+/// The first reason is the one that its author is told.
+void ActionRunner::refuse(RefusalReason reason, const std::string& sentence)
+{
+    ++_statistics._rejectedCount;
+    if (!_refusal)
+    {
+        _refusal = Refusal{reason, sentence};
+    }
+}
+
+/// What was planned may have several parts, as the elements of a deletion that somebody else deleted, too.
+void ActionRunner::carryOutFitted(const Operation& planned, const Operation& part)
+{
+    const auto* composite = cast<CompositeOperation>(&planned);
+    if (!composite || composite->getKind() != CompositeKind::Plain)
+    {
+        execute(_hasMet ? fit(planned, part) : cloneOperation(planned));
+        return;
+    }
+    for (const OperationUPtr& piece : composite->getParts())
+    {
+        carryOutFitted(*piece, part);
+    }
+}
+
+/// The operation to execute in place of `planned`.
+OperationUPtr ActionRunner::fit(const Operation& planned, const Operation& part)
+{
+    const auto* onText = cast<ListMultirangeOperation>(&planned);
+    const auto text = onText ? findText(_replica.getAdapter(), onText->getNodeAddress()) : std::nullopt;
+    if (!text)
+    {
+        return cloneOperation(planned);
+    }
+    if (const auto* marking = cast<TextMarking>(&planned))
+    {
+        return take(fitMarking(text->getText(), *marking), planned);
+    }
+    if (const auto* restoring = cast<TextRestoring>(&planned))
+    {
+        return fitBack(text->getText(), *restoring);
+    }
+    const auto* insertion = cast<TextInsertion>(&planned);
+    // The tags of what is typed, and those that part runs for another look, go on from what is there.
+    const bool goesOn = _meaning->_isTyping || !_meaning->_looks.empty();
+    return insertion && goesOn ? fitTyping(text->getText(), *insertion, part) : cloneOperation(planned);
+}
+
+OperationUPtr ActionRunner::fitBack(const DOM::TextWithTombstones& text, const TextRestoring& planned)
+{
+    FittedRestoring fitted = fitRestoring(text, planned, [&](unsigned long slot) { return findDead(planned, slot); });
+    if (!fitted._leftOut.empty())
+    {
+        refuse(RefusalReason::NothingToBringBack, "Of what was to come back, not everything is known any more.");
+    }
+    return take(std::move(fitted), planned);
+}
+
+OperationUPtr ActionRunner::fitTyping(const DOM::TextWithTombstones& text, const TextInsertion& planned,
+                                      const Operation& part) const
+{
+    const auto* original = cast<TextInsertion>(&part);
+    const std::size_t count = planned.getNestedOperations().size();
+    if (!original || original->getNestedOperations().size() != count)
+    {
+        return cloneOperation(planned);
+    }
+    std::vector<Typing> typings(count);
+    for (std::size_t index = 0; index < count; ++index)
+    {
+        const unsigned long gap = original->getNestedOperations()[index].getRange().getBegin();
+        Stretch anchor = makeStretch(original->getNodeAddress(), gap - std::min(gap, 1UL), gap - std::min(gap, 1UL));
+        if (gap > 0)
+        {
+            if (!_bridge.followBefore(anchor))
+            {
+                return cloneOperation(planned);
+            }
+            // What it was typed behind stands in front of it, whatever came in between.
+            const unsigned long plannedGap = planned.getNestedOperations()[index].getRange().getBegin();
+            const unsigned long slot = readStretch(anchor)._firstSlot;
+            typings[index]._anchor = slot < plannedGap ? std::optional(slot) : std::nullopt;
+        }
+        if (_meaning->_isTyping)
+        {
+            typings[index]._look = _meaning->_typedLook;
+        }
+    }
+    return take(fitInsertion(text, planned, typings), planned);
+}
+
+boost::optional<DeadElement> ActionRunner::findDead(const TextRestoring& restoring, unsigned long slot) const
+{
+    DeadElementSearch search(restoring.getNodeAddress(), slot,
+                             restoring.getNestedOperations().front().getRange().getBegin());
+    for (auto operation = _done.rbegin(); operation != _done.rend(); ++operation)
+    {
+        if (!search.pass(**operation))
+        {
+            return search.getElement();
+        }
+    }
+    _host.forEachBefore([&](const Operation& operation) { return search.pass(operation); });
+    return search.getElement();
+}
+
+/// Paints what the action means on the text as it stands, and gives what it means behind that.
+std::vector<LookSetting> ActionRunner::paint()
+{
+    std::vector<LookSetting> painted;
+    for (LookSetting look : _meaning->_looks)
+    {
+        if (!_bridge.follow(look._stretch))
+        {
+            continue;
+        }
+        std::vector<LookSetting> parts;
+        parts.push_back(std::move(look));
+        if (_meaning->_isUndo)
+        {
+            for (const LookSetting& later : _bridge.getLooks())
+            {
+                parts = withoutLater(std::move(parts), later);
+            }
+        }
+        for (LookSetting& part : parts)
+        {
+            paint(std::move(part), painted);
+        }
+    }
+    return painted;
+}
+
+void ActionRunner::paint(LookSetting look, std::vector<LookSetting>& painted)
+{
+    const StretchInText stretch = readStretch(look._stretch);
+    painted.push_back(std::move(look));
+    const std::optional<TextInDocument> text = findText(_replica.getAdapter(), stretch._text);
+    if (!text)
+    {
+        return;
+    }
+    const LookSetting& target = painted.back();
+    Operations operations = paintStretch(text->getText(), stretch._text, stretch._firstSlot, stretch._lastSlot,
+                                         target._target, target._change)
+                                ._operations;
+    for (OperationUPtr& operation : operations)
+    {
+        execute(std::move(operation));
+        for (LookSetting& behind : painted)
+        {
+            moveStretch(behind._stretch, *_done.back());
+        }
+        _bridge.appendOwn(_done.back());
+    }
+}
+
+} // namespace Zem::CollaborationSession

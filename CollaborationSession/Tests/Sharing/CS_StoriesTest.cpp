@@ -1,0 +1,139 @@
+// What people meant, told as stories. Each holds in every order of arrival, unless it says otherwise.
+
+#include "Sharing/CS_StoryCase.h"
+
+#include "Sharing/CS_SectionColumns.h"
+
+namespace Zem::CollaborationSession
+{
+
+namespace
+{
+
+TEST(Stories, TwoMakeOverlappingWordsBold)
+{
+    Story("{|The fox jumped.}").meanwhile({paints(0, 7, bold()), paints(4, 15, bold())}).endsAs("*The fox jumped.*");
+}
+
+TEST(Stories, OneMakesBoldWhatAnotherMakesItalic)
+{
+    Story("{|The fox jumped.}")
+        .meanwhile({paints(0, 7, bold()), paints(4, 15, italic())})
+        .endsAs("*The **_fox_*_ jumped._");
+}
+
+TEST(Stories, LooksOfNeighboursDontTouch)
+{
+    Story("{|abcd}").meanwhile({paints(0, 2, italic()), paints(2, 4, bold())}).endsAs("_ab_*cd*");
+}
+
+TEST(Stories, BoldHoldsBehindAnEnterInIt)
+{
+    Story("{|abcdef}").meanwhile({paints(1, 5, bold()), types(3, "\n")}).endsAs("a*bc*/*de*f");
+}
+
+TEST(Stories, BothHalvesOfACentredParagraphAreCentred)
+{
+    Story("{|one two}").meanwhile({paintsParagraphs(0, 7, centred()), types(3, "\n")}).endsAs("^one/^ two");
+}
+
+TEST(Stories, WhatIsTypedInADeletedTextStays)
+{
+    Story("{|xxyy}").meanwhile({types(2, "abc"), deletes(0, 4)}).endsAs("abc");
+    Story("{|one}{|two}").meanwhile({deletes(0, 7), types(5, "abc")}).endsAs("abc");
+    Story("{|word}").meanwhile({deletes(0, 4), types(1, "X")}).endsAs("X");
+}
+
+TEST(Stories, WhatTwoTypeInADeletedTextStays)
+{
+    Story("{|one}{|two}").meanwhile({deletes(0, 7), types(1, "X"), types(5, "Y")}).endsAs("XY");
+}
+
+TEST(Stories, UndoOfAPasteLeavesWhatOthersTypedInIt)
+{
+    Story("{}")
+        .prepare(types(0, "hello"))
+        .meanwhile({[](Participant&) {}, types(2, "XX")})
+        .then(0, undoes())
+        .endsAs("XX");
+    Story("{}").prepare(types(0, "word")).meanwhile({undoes(), types(2, "X")}).endsAs("X");
+}
+
+TEST(Stories, UndoOfTheFirstLetterLeavesTheSecond)
+{
+    Story("{}")
+        .prepare([](Participant& person) { person.replace(0, 0, "X"); })
+        .prepare([](Participant& person) { person.replace(0, 0, "Y"); })
+        .then(0, [](Participant& person) { EXPECT_TRUE(person.undo(person.getActions().front())); })
+        .endsAs("Y");
+}
+
+TEST(Stories, UndoBringsBackAPartOfWhatWentLaterAsAWhole)
+{
+    Story("{|hello world}")
+        .prepare(deletes(3, 8))
+        .prepare(deletes(0, 6))
+        .then(0, [](Participant& person) { EXPECT_TRUE(person.undo(person.getActions().front())); })
+        .endsAs("lo wo");
+}
+
+TEST(Stories, ABoldWordThatIsMadeItalicStaysBold)
+{
+    Story("{|word}").prepare(paints(0, 4, bold())).then(0, paints(0, 4, italic())).endsAs("*_word_*");
+}
+
+TEST(Stories, UndoOfBoldReachesBehindAnEnterInIt)
+{
+    Story("{|abcdef}").meanwhile({paints(1, 5, bold()), types(3, "\n")}).then(0, undoes()).endsAs("abc/def");
+}
+
+TEST(Stories, UndoOfBoldLeavesWhatOthersMadeOfItSince)
+{
+    Story("{|abcdef}").prepare(paints(0, 6, bold())).then(0, undoes()).then(0, redoes()).endsAs("*abcdef*");
+    Story("{|abcdef}").meanwhile({paints(0, 6, bold()), paints(2, 4, italic())}).then(0, undoes()).endsAs("ab_cd_ef");
+}
+
+TEST(Stories, ALinkDoesntGrowAtItsEnd)
+{
+    Story("{|ab}")
+        .prepare([](Participant& person)
+                 { person.setRunLook(0, 2, LookChange::setLink(std::make_shared<DOM::Hyperlink>())); })
+        .then(0, types(2, "c"))
+        .endsAs("[ab]c");
+}
+
+TEST(Stories, CommentsOnOneWordAddUp)
+{
+    const UUID first = UUID::generate();
+    const UUID second = UUID::generate();
+    Story("{|abc}")
+        .meanwhile({paints(0, 3, LookChange::addComment(first)), paints(1, 3, LookChange::addComment(second))})
+        .endsAs("(a)((bc))");
+}
+
+TEST(Stories, WhatIsTypedInFrontOfAWordThatIsMadeBoldIsNot)
+{
+    Story("{|one two}").meanwhile({paints(4, 7, bold()), types(4, "X")}).endsAs("one X*two*");
+}
+
+TEST(Stories, EnterBehindABoldWordsHalf)
+{
+    Story("{|onetwo}").meanwhile({paints(0, 6, bold()), types(3, "\n")}).endsAs("*one*/*two*");
+}
+
+TEST(Stories, WhatIsTypedInsideIsBold)
+{
+    Story("{|abcd}").meanwhile({paints(0, 4, bold()), types(2, "X")}).endsAs("*abXcd*");
+}
+
+TEST(Stories, TheLaterOfTwoLooksStands)
+{
+    const Story story = Story("{|abcd}").meanwhile(
+        {paints(0, 3, bold()), paints(1, 4, LookChange::setField(&DOM::RunProps::_weight, DOM::FontWeight::Light))});
+    story.endsAs({0, 1}, "*a*bcd");
+    story.endsAs({1, 0}, "*abc*d");
+}
+
+} // namespace
+
+} // namespace Zem::CollaborationSession
