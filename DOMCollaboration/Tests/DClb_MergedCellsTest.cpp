@@ -188,7 +188,7 @@ TEST(MergedCells, MergesThatReachFurtherThanCanBeCountedAreScanned)
     constexpr unsigned long huge = std::numeric_limits<unsigned long>::max();
     DOM::Table table(5, 5);
     table.setMergeProps(row(1), column(1), huge, huge);
-    for (const unsigned long index : {1, 3, 4})
+    for (const unsigned long index : {1UL, 3UL, 4UL})
     {
         EXPECT_EQ((Places{{1, 1}}), findInRow(table, index));
         EXPECT_EQ((Places{{1, 1}}), findInColumn(table, index));

@@ -45,7 +45,7 @@ bool isType(unsigned long nodeType, OperationDOMNodeType type)
 struct Surroundings
 {
     unsigned long _depth = 0;
-    /// In a unit, which relies on each of its parts to be aimed at something.
+    /// A part of a unit, which relies on each of these to be aimed at something.
     bool _isInUnit = false;
     /// It may be somebody else's that a restoring brings along.
     bool _mayBeForeign = false;
@@ -182,6 +182,7 @@ void BatchAdmission::Impl::requireComposite(const CompositeOperation& composite,
         kind == CompositeKind::Plain || kind == CompositeKind::Restoring || kind == CompositeKind::ChangedRestoring;
     requireSound(isKnownKind, OperationFault::UnknownCompositeKind);
     requireSound(!parts.empty(), OperationFault::EmptyComposite);
+    requireSound(!surroundings._isInUnit || composite.bringsShadowedAlong(), OperationFault::CompositePartOfUnit);
     requireSound(surroundings._depth < _limits._compositeDepth, OperationFault::CompositesTooDeep);
     requireSound(!change.isKnown() || kind == CompositeKind::ChangedRestoring, OperationFault::UnexpectedChange);
     requireSound(change.isKnown() == static_cast<bool>(change._difference), OperationFault::UnexpectedChange);
@@ -189,7 +190,7 @@ void BatchAdmission::Impl::requireComposite(const CompositeOperation& composite,
 
     Surroundings inside = surroundings;
     ++inside._depth;
-    inside._isInUnit = inside._isInUnit || composite.bringsShadowedAlong();
+    inside._isInUnit = composite.bringsShadowedAlong();
     for (std::size_t index = parts.size(); index-- > 0;)
     {
         requireSound(static_cast<bool>(parts[index]), OperationFault::MissingPart);

@@ -150,7 +150,7 @@ public:
     void inspect(const boost::variant<Types...>& value)
     {
         spendBytes(1);
-        boost::apply_visitor([this](const auto& held) { inspect(held); }, value);
+        boost::apply_visitor([this](const auto& held) { this->inspect(held); }, value);
     }
 
     template<class T>

@@ -21,6 +21,8 @@ const char* describe(OperationFault fault)
         return "A composite operation has no parts";
     case OperationFault::EmptyPartOfUnit:
         return "A part of a restoring does nothing";
+    case OperationFault::CompositePartOfUnit:
+        return "A part of a restoring is composed of others, and restores nothing";
     case OperationFault::UnknownCompositeKind:
         return "There is no such kind of composite operation";
     case OperationFault::UnexpectedChange:
@@ -125,6 +127,8 @@ const char* describe(OperationFault fault)
         return "Something is removed that was removed before";
     case OperationFault::LiveSlots:
         return "Something is restored or left that wasn't removed";
+    case OperationFault::FormulaOutsideCell:
+        return "A formula, or its value, stands outside of a cell";
     case OperationFault::TakenKey:
         return "A key is inserted that is there already";
     case OperationFault::FreeKey:

@@ -3,9 +3,11 @@
 #include "CE_ListMultirangeOperation.h"
 #include "CE_MapOperation.h"
 #include "DClb_NodeTypes.h"
+#include "DClb_TextElement.h"
 #include "DOMNodeAdapters/DClb_TextWithTombstonesNodeAdapter.h"
 #include "DOMNodeAdapters/Shared/DClb_CollectionNodeAdapters.h"
 #include "DOMNodeAdapters/Shared/DClb_TableNodeAdapters.h"
+#include "DOM_FieldBlock.h"
 #include "DOM_Scripts.h"
 #include "PlaneIndexUtils/DClb_PlanePlace.h"
 
@@ -13,6 +15,8 @@
 #include "Util_UUID.h"
 #include "Util_Visitor.h"
 
+#include <algorithm>
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -32,11 +36,24 @@ using TextNode = DOMCollaboration::GenericTextWithTombstonesNodeAdapter<true>;
 using ScriptsNode = DOMCollaboration::InOperationWorld<DOMCollaboration::GenericScriptCollectionNodeAdapter, true>;
 using Misfit = std::optional<OperationFault>;
 
-/// Whether a step can be taken at all: the entries that are nodes have UUIDs for keys.
-bool isStep(const OperationNodeAddress::Chunk& chunk)
+bool isType(unsigned long nodeType, OperationDOMNodeType type)
 {
-    const auto* inMap = boost::get<NodeAddressing::AddressInMap>(&chunk);
-    return !inMap || cast<NodeAddressing::SimpleValueMapKey<UUID>>(inMap->getKey().get());
+    return nodeType == convertOperationNodeType(type);
+}
+
+/// Whether an adapter can be asked for the child at a step: those of headers and footers, and of maps, take for granted
+/// that whoever asks knows what these have.
+bool canAskFor(const Node& node, const OperationNodeAddress::Chunk& chunk)
+{
+    if (const auto* inMap = boost::get<NodeAddressing::AddressInMap>(&chunk))
+    {
+        // Entries that are nodes have UUIDs for keys.
+        return cast<NodeAddressing::SimpleValueMapKey<UUID>>(inMap->getKey().get()) != nullptr;
+    }
+    const auto* fixed = boost::get<OperationNodeAddress::FixedChunk>(&chunk);
+    return !fixed || !isType(node.getNodeType(), OperationDOMNodeType::HeaderFooterPair) ||
+           isType(fixed->getNodeType(), OperationDOMNodeType::Header) ||
+           isType(fixed->getNodeType(), OperationDOMNodeType::Footer);
 }
 
 /// Where a walk along an address ended: at a node, or why it didn't.
@@ -51,12 +68,12 @@ Destination walk(const DocumentAdapterWithNodeAdapter& document, const Operation
     std::unique_ptr<Node> node = document.createOperationNodeAdapter();
     for (const OperationNodeAddress::Chunk& chunk : address.getItems())
     {
-        node = isStep(chunk) ? node->createChildAdapterIfPossible(chunk, true) : nullptr;
+        node = canAskFor(*node, chunk) ? node->createChildAdapterIfPossible(chunk, true) : nullptr;
         if (!node)
         {
             return {nullptr, OperationFault::NoSuchNode};
         }
-        if (node->getNodeType() == convertOperationNodeType(OperationDOMNodeType::Tombstone))
+        if (isType(node->getNodeType(), OperationDOMNodeType::Tombstone))
         {
             return {nullptr, OperationFault::DeadNode};
         }
@@ -108,6 +125,32 @@ Misfit findRangeMisfit(const Range& operation, const DOM::TextWithTombstones& te
     return std::nullopt;
 }
 
+/// A text that begins with a formula, and isn't that of a cell, takes no operations at all any more.
+bool bringsFormula(const ListMultirangeOperation& operation)
+{
+    const auto isFormula = [](const DOMCollaboration::TextWithTombstonesElement& element)
+    {
+        const auto* block = boost::get<SharedConstPtr<DOM::Block>>(&element);
+        const auto* field = block ? cast<DOM::FieldBlock>(block->get()) : nullptr;
+        return field && !boost::get<DOM::TableOfContentsInfo>(&field->getFieldInfo());
+    };
+    const auto hasFormula = [&](const auto& range)
+    {
+        const auto* items = cast<DOMCollaboration::TextWithTombstonesItems>(range.getData().get());
+        return items && std::any_of(items->getCollection().begin(), items->getCollection().end(), isFormula);
+    };
+    return visitWith<bool>(
+        operation, [&](const auto& ranges)
+        { return std::any_of(ranges.getNestedOperations().begin(), ranges.getNestedOperations().end(), hasFormula); });
+}
+
+bool isInCell(const OperationNodeAddress& address)
+{
+    return std::any_of(address.getItems().begin(), address.getItems().end(),
+                       [](const OperationNodeAddress::Chunk& chunk)
+                       { return boost::get<NodeAddressing::AddressInTable>(&chunk) != nullptr; });
+}
+
 template<class Range>
 Misfit findRangesMisfit(const ListMultirangeOperationImpl<Range>& operation, const DOM::TextWithTombstones& text)
 {
@@ -134,6 +177,10 @@ Misfit findRangesMisfit(const ListMultirangeOperationImpl<Range>& operation, con
 
 Misfit findTextMisfit(const ListMultirangeOperation& operation, const Node& node)
 {
+    if (!isInCell(operation.getNodeAddress()) && bringsFormula(operation))
+    {
+        return OperationFault::FormulaOutsideCell;
+    }
     const DOM::TextWithTombstones& text = cast<TextNode>(node).readText();
     return visitWith<Misfit>(operation, [&](const auto& ranges) { return findRangesMisfit(ranges, text); });
 }

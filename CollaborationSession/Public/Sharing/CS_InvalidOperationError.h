@@ -16,6 +16,7 @@ enum class OperationFault : unsigned char
     MissingPart,
     EmptyComposite,
     EmptyPartOfUnit,
+    CompositePartOfUnit,
     UnknownCompositeKind,
     UnexpectedChange,
     TooManyOperations,
@@ -80,6 +81,7 @@ enum class OperationFault : unsigned char
     BehindTheEnd,
     DeadSlots,
     LiveSlots,
+    FormulaOutsideCell,
     TakenKey,
     FreeKey
 };

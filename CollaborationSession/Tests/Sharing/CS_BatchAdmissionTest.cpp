@@ -122,8 +122,18 @@ TEST(BatchAdmission, RefusesEmptyCompositesAndUnits)
 TEST(BatchAdmission, RefusesPartsOfUnitsThatDoNothing)
 {
     EXPECT_EQ(findFault(makeUnit(makeParts(std::make_unique<EmptyOperation>()))), OperationFault::EmptyPartOfUnit);
-    EXPECT_EQ(findFault(makeUnit(makeParts(compose(makeParts(std::make_unique<EmptyOperation>()))))),
+    EXPECT_EQ(findFault(makeUnit(makeParts(makeUnit(makeParts(std::make_unique<EmptyOperation>()))))),
               OperationFault::EmptyPartOfUnit);
+    EXPECT_EQ(findFault(compose(makeParts(std::make_unique<EmptyOperation>()))), noFault);
+}
+
+TEST(BatchAdmission, RefusesPartsOfUnitsThatAreComposedAndNoUnits)
+{
+    EXPECT_EQ(findFault(makeUnit(makeParts(compose(makeParts(restore(1, "a")))))), OperationFault::CompositePartOfUnit);
+    EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "a"), compose(makeParts(mark(0, 1)))))),
+              OperationFault::CompositePartOfUnit);
+    EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "a"), makeUnit(makeParts(restore(2, "b")))))), noFault);
+    EXPECT_EQ(findFault(compose(makeParts(compose(makeParts(mark(0, 1)))))), noFault);
 }
 
 TEST(BatchAdmission, RefusesUnknownKindsOfComposites)

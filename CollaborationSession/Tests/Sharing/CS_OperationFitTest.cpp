@@ -1,6 +1,7 @@
 #include "Sharing/CS_HostileCase.h"
 
 #include "CE_AfterDocumentActionSignal.h"
+#include "DOM_HeaderFooterPair.h"
 #include "Sharing/CS_OperandTypes.h"
 #include "Sharing/CS_Replica.h"
 
@@ -97,6 +98,24 @@ TEST_F(OperationFit, RefusesAddressesThatLeadNowhere)
               OperationFault::NoSuchNode);
 }
 
+TEST_F(OperationFit, HeadersAndFootersHaveTextsOnly)
+{
+    DOM::Document document;
+    DOM::HeaderFooterPair pair{UUID()};
+    document.getHeadersFooters().insert(std::move(pair));
+    const Replica replica(DocumentKind::Text, document);
+    const auto find = [&](OperationDOMNodeType nodeType)
+    {
+        OperationNodeAddress address = makeFixed(OperationDOMNodeType::HeaderFooterPairCollection);
+        address.appendItems(NodeAddressing::AddressInMap(makeUUIDKey()), makeChunk(nodeType),
+                            makeChunk(OperationDOMNodeType::TextWithTombstones));
+        return findMisfit(cast<AtomicOperation>(*inText(address, insert(0, "{}"))), *replica.getAdapter());
+    };
+    EXPECT_EQ(find(OperationDOMNodeType::Header), std::nullopt);
+    EXPECT_EQ(find(OperationDOMNodeType::Footer), std::nullopt);
+    EXPECT_EQ(find(OperationDOMNodeType::TextWithTombstones), OperationFault::NoSuchNode);
+}
+
 TEST_F(OperationFit, RefusesAddressesThatLeadToWhatWasRemoved)
 {
     EXPECT_EQ(findMisfitAt(getElement(deadSlot)), OperationFault::DeadNode);
@@ -152,6 +171,20 @@ TEST_F(OperationFit, RefusesRestoringsWithoutData)
 TEST_F(OperationFit, RefusesRemovalsForGood)
 {
     EXPECT_EQ(findMisfitOf(make<Remove>(nullptr, 4, 5)), OperationFault::RemovalForGood);
+}
+
+TEST_F(OperationFit, RefusesFormulasOutsideOfCells)
+{
+    const TextWithTombstonesElement formula = makeBlock(std::make_unique<DOM::FieldBlock>());
+    EXPECT_EQ(findMisfitOf(make<Insert>(makeItems(formula), 0, 1)), OperationFault::FormulaOutsideCell);
+    // Executors look at the first element of the first range alone.
+    std::vector<Insert> ranges{makeRange<Insert>(makeItems("{"), 2, 3), makeRange<Insert>(makeItems(formula), 0, 1)};
+    EXPECT_EQ(findMisfitOf(makeRanges(ranges)), OperationFault::FormulaOutsideCell);
+    EXPECT_EQ(findMisfitOf(inText(getShapeText(), make<Insert>(makeItems(formula), 0, 1))),
+              OperationFault::FormulaOutsideCell);
+    EXPECT_EQ(findMisfitOf(inText(getCellText(0, 0), make<Insert>(makeItems(formula), 0, 1))), std::nullopt);
+    const auto contents = std::make_shared<const DOM::FieldBlock>(DOM::TableOfContentsInfo());
+    EXPECT_EQ(findMisfitOf(insertBlock(getMainText(), contents)), std::nullopt);
 }
 
 TEST_F(OperationFit, RefusesKeysThatAreThereOrNot)
