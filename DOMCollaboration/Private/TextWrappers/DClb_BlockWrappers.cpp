@@ -42,7 +42,8 @@ GenericBlockCollectionWrapper<isReadonly>::removeElements(IndexRange<unsigned lo
     return removed;
 }
 
-template class GenericBlockCollectionWrapper<true>;
+// Of the read-only view the member that reads alone, as for runs.
+template BlockWrapperValue<true> GenericBlockCollectionWrapper<true>::getElement(unsigned long index) const;
 template class GenericBlockCollectionWrapper<false>;
 
 } // namespace Zem::DOMCollaboration

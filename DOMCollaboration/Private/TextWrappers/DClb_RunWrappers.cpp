@@ -110,9 +110,12 @@ DOM::Runs GenericRunCollectionWrapper<isReadonly>::removeElements(IndexRange<uns
     return removed;
 }
 
-template class GenericTextWrapper<true>;
+// Of the read-only views the members that read alone: a whole instantiation makes some compilers compile those that
+// write, too, though their constraints rule them out.
+template NativeNodeAddress GenericTextWrapper<true>::getAddressToRun() const;
 template class GenericTextWrapper<false>;
-template class GenericRunCollectionWrapper<true>;
+template RunWrapperValue<true> GenericRunCollectionWrapper<true>::getElement(unsigned long index) const;
+template NativeNodeAddress GenericRunCollectionWrapper<true>::makeAddressToPara() const;
 template class GenericRunCollectionWrapper<false>;
 
 } // namespace Zem::DOMCollaboration

@@ -177,7 +177,6 @@ private:
     const TextNotificationTarget* _target;
 };
 
-extern template class GenericBlockCollectionWrapper<true>;
 extern template class GenericBlockCollectionWrapper<false>;
 
 } // namespace Zem::DOMCollaboration

@@ -199,9 +199,7 @@ private:
     unsigned long _blockIndex;
 };
 
-extern template class GenericTextWrapper<true>;
 extern template class GenericTextWrapper<false>;
-extern template class GenericRunCollectionWrapper<true>;
 extern template class GenericRunCollectionWrapper<false>;
 
 } // namespace Zem::DOMCollaboration

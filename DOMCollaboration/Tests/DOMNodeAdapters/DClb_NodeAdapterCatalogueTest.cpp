@@ -549,11 +549,11 @@ TEST(NodeAdapterCatalogue, ReadOnlyCollectionsShowTheTablesOwnElements)
     const InNativeWorld<GenericConditionalFormatCollectionNodeAdapter, true> formats(table);
     EXPECT_EQ(table.getConditionalFormats().getElements().at(0).get(),
               &formats.getConditionalFormats().getElements()[0]);
-    const auto& text = sample._document.getTextWithTombstones();
-    const DOM::Runs& runs = dynamic_cast<const DOM::Paragraph&>(*text.getBlocks().at(0)).getRuns();
-    EXPECT_EQ(runs.at(0).get(), &GenericRunCollectionNodeAdapter<true>(runs).getRuns()[0]);
-    const GenericTextWithTombstonesNodeAdapter<true> flat(text);
-    EXPECT_EQ(&text.getTombstones(), &flat.getTombstones());
+    const auto& mainText = sample._document.getTextWithTombstones();
+    const DOM::Runs& firstRuns = dynamic_cast<const DOM::Paragraph&>(*mainText.getBlocks().at(0)).getRuns();
+    EXPECT_EQ(firstRuns.at(0).get(), &GenericRunCollectionNodeAdapter<true>(firstRuns).getRuns()[0]);
+    const GenericTextWithTombstonesNodeAdapter<true> flat(mainText);
+    EXPECT_EQ(&mainText.getTombstones(), &flat.getTombstones());
     EXPECT_EQ(PlaceKind::ParaTag, flat.findPlace(IndexExcludingTombstones(0))->_kind);
 }
 
