@@ -1,7 +1,5 @@
 #include "BadSender.h"
 
-#include "Sharing/CS_InvalidOperationError.h"
-
 #include "Describe.h"
 #include "Random.h"
 #include "Texts.h"
@@ -11,8 +9,7 @@
 #include "CE_MapOperation.h"
 #include "CE_SetPropertyOperation.h"
 #include "DClb_TextElement.h"
-
-#include "Util_Cast.h"
+#include "Sharing/CS_InvalidOperationError.h"
 
 namespace ZemFarm
 {
@@ -56,11 +53,21 @@ OperationUPtr makeBadScript()
         makeFixedAddress(nodeType), getNumber(nodeType), key, Zem::makeSharedConst<SimpleDataValue<bool>>(true));
 }
 
+/// A setting of a run at the first slot of a text, where none stands: it is well formed, and fits no document.
+OperationUPtr makeMisfit(Address address)
+{
+    address.appendItems(Zem::NodeAddressing::AddressInList(0));
+    const PropertyChange change = makeChange<Zem::DOMCollaboration::PropertyId::RunPropertyId>(nullptr, nullptr);
+    return std::make_unique<SetPropertyOperation>(std::move(address), getNumber(OperationDOMNodeType::Run),
+                                                  Zem::DOMCollaboration::convertPropertyId(change._property),
+                                                  change._oldValue, change._newValue);
+}
+
 OperationUPtr makeBadOperation(Random& random)
 {
     constexpr unsigned long noProperty = 999;
     const Address mainText = makeFixedAddress(OperationDOMNodeType::TextWithTombstones);
-    switch (random.pick(6))
+    switch (random.pick(8))
     {
     case 0:
         return makeBadSetting(OperationDOMNodeType::DocumentProps, noProperty);
@@ -76,16 +83,18 @@ OperationUPtr makeBadOperation(Random& random)
         return makeRangeBehindTheEnd<RestoreTag>(
             mainText, Zem::makeSharedConst<Zem::DOMCollaboration::TextWithTombstonesItems>(
                           Zem::DOMCollaboration::TextWithTombstonesElementVector{static_cast<short>('x')}));
-    default:
+    case 5:
         return makeBadScript();
+    default:
+        return makeMisfit(mainText);
     }
 }
 
-/// Whether nothing of an action happened, because it fits no document.
-bool isRejection(const HistoryEntry& entry)
+/// Whether an action did nothing, because it fits no document, or none any more.
+bool isRefused(const HistoryEntry& entry)
 {
-    return Zem::cast<EmptyOperation>(entry._action._operation.get()) && entry._refusal &&
-           entry._refusal->_reason == RefusalReason::FitsNoDocument;
+    return entry._refusal && (entry._refusal->_reason == RefusalReason::FitsNoDocument ||
+                              entry._refusal->_reason == RefusalReason::TargetRemoved);
 }
 
 } // namespace
@@ -109,28 +118,42 @@ std::string BadSender::send(unsigned long seed)
     batch._actions.push_back({makeBadOperation(random), nullptr});
     const Zem::DOM::Document before = _server.getDocument();
     const Revision revision = _server.getRevision();
+    const std::string fault = isTakenIn(batch) ? findFaultOfAnswer(revision) : findFaultOfRejection(revision);
+    if (!fault.empty())
+    {
+        return fault + describe(*batch._actions.front()._operation);
+    }
+    return before == _server.getDocument() ? "" : "a bad operation changed the document of the server";
+}
+
+/// Whether the server takes in a batch, as one that a client can have sent.
+bool BadSender::isTakenIn(const ClientBatch& batch)
+{
     try
     {
         _server.receive(_id, batch);
+        return true;
     }
-    catch (const Zem::CollaborationSession::InvalidOperationError&)
+    catch (const InvalidOperationError&)
     {
-        // It was turned away at the door: its number is still to come.
         --_lastNumber;
-        return before == _server.getDocument() && _server.getRevision() == revision
-                   ? ""
-                   : "an operation that was turned away changed the server";
+        return false;
     }
+}
+
+std::string BadSender::findFaultOfRejection(Revision before) const
+{
+    return _server.getRevision() == before ? "" : "a bad operation that was rejected stands in the history: ";
+}
+
+std::string BadSender::findFaultOfAnswer(Revision before) const
+{
     const auto* answer = _inbox->empty() ? nullptr : std::get_if<ActionHappened>(&_inbox->back());
-    if (!answer || answer->_revision != revision + 1 || _server.getRevision() != revision + 1)
+    if (!answer || answer->_revision != before + 1 || _server.getRevision() != before + 1)
     {
-        return "the server didn't answer a bad operation with one entry: " + describe(*batch._actions[0]._operation);
+        return "the server didn't answer a bad operation with one entry: ";
     }
-    if (!isRejection(*answer->_entry))
-    {
-        return "the server took a bad operation: " + describe(*batch._actions[0]._operation);
-    }
-    return before == _server.getDocument() ? "" : "a bad operation changed the document of the server";
+    return isRefused(*answer->_entry) ? "" : "the server took a bad operation: ";
 }
 
 void BadSender::receive(std::size_t count)

@@ -9,7 +9,8 @@
 namespace ZemFarm
 {
 
-/// A connection that sends operations which fit no document. The server must reject each, and nothing else may change.
+/// A connection that sends operations which are malformed, or fit no document. The server must reject the former, and
+/// refuse the latter, and nothing else may change.
 class BadSender
 {
 public:
@@ -21,6 +22,9 @@ public:
 
 private:
     void receive(std::size_t count);
+    bool isTakenIn(const Zem::CollaborationSession::ClientBatch& batch);
+    std::string findFaultOfRejection(Zem::CollaborationSession::Revision before) const;
+    std::string findFaultOfAnswer(Zem::CollaborationSession::Revision before) const;
 
     Zem::CollaborationSession::Server& _server;
     std::shared_ptr<std::deque<Zem::CollaborationSession::ServerMessage>> _inbox;
