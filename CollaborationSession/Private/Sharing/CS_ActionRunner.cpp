@@ -6,6 +6,8 @@
 #include "Sharing/CS_DeadElements.h"
 #include "Sharing/CS_ExecuteStably.h"
 #include "Sharing/CS_Looks.h"
+#include "Sharing/CS_MissingStructure.h"
+#include "Sharing/CS_RemovedParagraphs.h"
 #include "Sharing/CS_Stopwatch.h"
 
 #include "CE_InverseOperation.h"
@@ -278,69 +280,145 @@ void ActionRunner::refuse(RefusalReason reason, const std::string& sentence)
 void ActionRunner::carryOutFitted(const Operation& planned, const Operation& part)
 {
     const auto* composite = cast<CompositeOperation>(&planned);
-    if (!composite || composite->getKind() != CompositeKind::Plain)
+    if (composite && composite->getKind() == CompositeKind::Plain)
     {
-        execute(_hasMet ? fit(planned, part) : cloneOperation(planned));
+        for (const OperationUPtr& piece : composite->getParts())
+        {
+            carryOutFitted(*piece, part);
+        }
         return;
     }
-    for (const OperationUPtr& piece : composite->getParts())
+    const bool isCarriedOut = _hasMet && (carryOutTyping(planned, part) || carryOutRestoring(planned));
+    if (!isCarriedOut)
     {
-        carryOutFitted(*piece, part);
+        execute(_hasMet ? fit(planned) : cloneOperation(planned));
     }
 }
 
 /// The operation to execute in place of `planned`.
-OperationUPtr ActionRunner::fit(const Operation& planned, const Operation& part)
+OperationUPtr ActionRunner::fit(const Operation& planned) const
 {
-    const auto* onText = cast<ListMultirangeOperation>(&planned);
-    const auto text = onText ? findText(_replica.getAdapter(), onText->getNodeAddress()) : std::nullopt;
-    if (!text)
-    {
-        return cloneOperation(planned);
-    }
-    if (const auto* marking = cast<TextMarking>(&planned))
-    {
-        return take(fitMarking(text->getText(), *marking), planned);
-    }
-    if (const auto* restoring = cast<TextRestoring>(&planned))
-    {
-        return fitBack(text->getText(), *restoring);
-    }
-    const auto* insertion = cast<TextInsertion>(&planned);
-    // The tags of what is typed, and those that part runs for another look, go on from what is there.
-    const bool goesOn = _meaning->_isTyping || !_meaning->_looks.empty();
-    return insertion && goesOn ? fitTyping(text->getText(), *insertion, part) : cloneOperation(planned);
+    const auto* marking = cast<TextMarking>(&planned);
+    const auto text = marking ? findText(_replica.getAdapter(), marking->getNodeAddress()) : std::nullopt;
+    return text ? take(fitMarking(text->getText(), *marking), planned) : cloneOperation(planned);
 }
 
-OperationUPtr ActionRunner::fitBack(const DOM::TextWithTombstones& text, const TextRestoring& planned)
+/// False if `planned` brings nothing back in a text.
+bool ActionRunner::carryOutRestoring(const Operation& planned)
 {
-    FittedRestoring fitted = fitRestoring(text, planned, [&](unsigned long slot) { return findDead(planned, slot); });
+    const auto* restoring = cast<TextRestoring>(&planned);
+    const auto text = restoring ? findText(_replica.getAdapter(), restoring->getNodeAddress()) : std::nullopt;
+    if (!text)
+    {
+        return false;
+    }
+    FittedRestoring fitted = fitBack(text->getText(), *restoring);
+    const auto singles = takeSingles(*restoring, fitted._leftOut);
+    execute(take(std::move(fitted), planned));
+    const std::size_t doneBefore = _done.size();
+    for (const auto& single : singles)
+    {
+        const OperationUPtr placed = pass(cloneOperation(*single), doneBefore);
+        bringBack(text->getText(), cast<TextRestoring>(*placed));
+    }
+    return true;
+}
+
+/// Brings back what lacks tags or marks, with new ones.
+void ActionRunner::bringBack(const DOM::TextWithTombstones& text, const TextRestoring& single)
+{
+    const unsigned long slot = single.getNestedOperations().front().getRange().getBegin();
+    const auto findDeadHere = [&](unsigned long dead) { return findDead(single.getNodeAddress(), dead, slot); };
+    MissingStructure missing = findMissingStructure(text, single, findDeadHere);
+    const std::size_t doneBefore = _done.size();
+    if (missing._insertion)
+    {
+        execute(std::move(missing._insertion));
+    }
+    if (missing._isInstead)
+    {
+        return;
+    }
+    const OperationUPtr placed = pass(cloneOperation(single), doneBefore);
+    FittedRestoring fitted = fitBack(text, cast<TextRestoring>(*placed));
     if (!fitted._leftOut.empty())
     {
         refuse(RefusalReason::NothingToBringBack, "Of what was to come back, not everything is known any more.");
     }
-    return take(std::move(fitted), planned);
+    execute(take(std::move(fitted), *placed));
+    if (missing._removal)
+    {
+        execute(fit(*missing._removal));
+    }
 }
 
-OperationUPtr ActionRunner::fitTyping(const DOM::TextWithTombstones& text, const TextInsertion& planned,
-                                      const Operation& part) const
+FittedRestoring ActionRunner::fitBack(const DOM::TextWithTombstones& text, const TextRestoring& restoring) const
 {
-    const auto* original = cast<TextInsertion>(&part);
-    const std::size_t count = planned.getNestedOperations().size();
-    if (!original || original->getNestedOperations().size() != count)
+    const unsigned long first = restoring.getNestedOperations().front().getRange().getBegin();
+    return fitRestoring(text, restoring,
+                        [&](unsigned long slot) { return findDead(restoring.getNodeAddress(), slot, first); });
+}
+
+/// `operation` behind what was done since.
+OperationUPtr ActionRunner::pass(OperationUPtr operation, std::size_t doneBefore) const
+{
+    for (std::size_t index = doneBefore; index < _done.size(); ++index)
     {
-        return cloneOperation(planned);
+        operation = _replica.getTransformer().include(*operation, *_done[index], TieResolveCondition::SecondWins);
+    }
+    return operation;
+}
+
+/// What is typed into a removed paragraph wakes it, and the paragraph goes again as far as nothing that lives needs it.
+/// Whoever brings back the rest then finds everything at its place. False if `planned` isn't typed.
+bool ActionRunner::carryOutTyping(const Operation& planned, const Operation& part)
+{
+    const auto* insertion = cast<TextInsertion>(&planned);
+    const auto* original = cast<TextInsertion>(&part);
+    // The tags of what is typed, and those that part runs for another look, go on from what is there.
+    const bool goesOn = _meaning->_isTyping || !_meaning->_looks.empty();
+    const auto typings = insertion && original && goesOn ? findTypings(*insertion, *original) : boost::none;
+    const auto text = typings ? findText(_replica.getAdapter(), insertion->getNodeAddress()) : std::nullopt;
+    if (!text)
+    {
+        return false;
+    }
+    const auto findDeadHere = [&](unsigned long slot, unsigned long seenFrom)
+    { return findDead(insertion->getNodeAddress(), slot, seenFrom); };
+    const auto woken = findRemovedParagraphs(text->getText(), *insertion, *typings, findDeadHere);
+    if (woken)
+    {
+        execute(cloneOperation(*woken));
+    }
+    const std::size_t doneBefore = _done.size();
+    execute(take(fitInsertion(text->getText(), *insertion, *typings), planned));
+    if (woken)
+    {
+        // It goes again as far as nothing needs it.
+        execute(fit(*pass(makeMarkingOf(*woken), doneBefore)));
+    }
+    return true;
+}
+
+/// Nothing if what was planned isn't told apart as what was typed.
+boost::optional<std::vector<Typing>> ActionRunner::findTypings(const TextInsertion& planned,
+                                                               const TextInsertion& original) const
+{
+    const std::size_t count = planned.getNestedOperations().size();
+    if (original.getNestedOperations().size() != count)
+    {
+        return boost::none;
     }
     std::vector<Typing> typings(count);
     for (std::size_t index = 0; index < count; ++index)
     {
-        const unsigned long gap = original->getNestedOperations()[index].getRange().getBegin();
-        Stretch anchor = makeStretch(original->getNodeAddress(), gap - std::min(gap, 1UL), gap - std::min(gap, 1UL));
+        const unsigned long gap = original.getNestedOperations()[index].getRange().getBegin();
+        Stretch anchor = makeStretch(original.getNodeAddress(), gap - std::min(gap, 1UL), gap - std::min(gap, 1UL));
         if (gap > 0)
         {
             if (!_bridge.followBefore(anchor))
             {
-                return cloneOperation(planned);
+                return boost::none;
             }
             // What it was typed behind stands in front of it, whatever came in between.
             const unsigned long plannedGap = planned.getNestedOperations()[index].getRange().getBegin();
@@ -352,13 +430,14 @@ OperationUPtr ActionRunner::fitTyping(const DOM::TextWithTombstones& text, const
             typings[index]._look = _meaning->_typedLook;
         }
     }
-    return take(fitInsertion(text, planned, typings), planned);
+    return typings;
 }
 
-boost::optional<DeadElement> ActionRunner::findDead(const TextRestoring& restoring, unsigned long slot) const
+/// What is known of a dead slot of a text, seen from another one.
+boost::optional<DeadElement> ActionRunner::findDead(const OperationNodeAddress& text, unsigned long slot,
+                                                    unsigned long seenFrom) const
 {
-    DeadElementSearch search(restoring.getNodeAddress(), slot,
-                             restoring.getNestedOperations().front().getRange().getBegin());
+    DeadElementSearch search(text, slot, seenFrom);
     for (auto operation = _done.rbegin(); operation != _done.rend(); ++operation)
     {
         if (!search.pass(**operation))

@@ -77,11 +77,15 @@ private:
     bool isPainted(const Operation& planned) const;
     void carryOut(const Operation& part, OperationUPtr planned);
     void carryOutFitted(const Operation& planned, const Operation& part);
-    OperationUPtr fit(const Operation& planned, const Operation& part);
-    OperationUPtr fitTyping(const DOM::TextWithTombstones& text, const TextInsertion& planned,
-                            const Operation& part) const;
-    OperationUPtr fitBack(const DOM::TextWithTombstones& text, const TextRestoring& planned);
-    boost::optional<DeadElement> findDead(const TextRestoring& restoring, unsigned long slot) const;
+    OperationUPtr fit(const Operation& planned) const;
+    bool carryOutTyping(const Operation& planned, const Operation& part);
+    boost::optional<std::vector<Typing>> findTypings(const TextInsertion& planned, const TextInsertion& original) const;
+    bool carryOutRestoring(const Operation& planned);
+    void bringBack(const DOM::TextWithTombstones& text, const TextRestoring& single);
+    FittedRestoring fitBack(const DOM::TextWithTombstones& text, const TextRestoring& restoring) const;
+    OperationUPtr pass(OperationUPtr operation, std::size_t doneBefore) const;
+    boost::optional<DeadElement> findDead(const CollaborationEngine::OperationNodeAddress& text, unsigned long slot,
+                                          unsigned long seenFrom) const;
     void execute(OperationUPtr planned);
     OperationUPtr joinDone(std::size_t begin) const;
     void forget(std::size_t doneCount);

@@ -53,6 +53,15 @@ bool haveEqualPlaces(const HierarchicalOperation& planned, const HierarchicalOpe
     return false;
 }
 
+/// Whether one may have become the other.
+bool areOfOneKind(const Operation& planned, const Operation& happened)
+{
+    const auto* plannedOnNode = cast<HierarchicalOperation>(&planned);
+    const auto* happenedOnNode = cast<HierarchicalOperation>(&happened);
+    return plannedOnNode && happenedOnNode && typeid(planned) == typeid(happened) &&
+           haveOneNode(*plannedOnNode, *happenedOnNode);
+}
+
 using TextRemoval = ListMultirangeOperationImpl<ListModificationOperation<RemoveTag>>;
 
 /// Whether a removal for good takes place in a text.
@@ -186,12 +195,7 @@ void Bridge::appendChange(const Operation& original, const Operation& planned, c
     const auto* composite = cast<CompositeOperation>(&happened);
     if (composite && cast<AtomicOperation>(&planned))
     {
-        // What was planned, and what came with it.
-        appendChange(original, planned, *composite->getParts().front());
-        for (std::size_t index = 1; index < composite->getParts().size(); ++index)
-        {
-            appendOwn(cloneOperation(*composite->getParts()[index]));
-        }
+        appendChangeAmongOthers(original, planned, composite->getParts());
         return;
     }
     if (appendPartialMarking(original, planned, happened))
@@ -200,6 +204,26 @@ void Bridge::appendChange(const Operation& original, const Operation& planned, c
     }
     refuse(original);
     appendOwn(cloneOperation(happened));
+}
+
+/// `parts` are what became of `planned`, what had to be done for it before, and what came with it.
+void Bridge::appendChangeAmongOthers(const Operation& original, const Operation& planned,
+                                     const std::vector<OperationUPtr>& parts)
+{
+    const auto same = std::find_if(parts.begin(), parts.end(),
+                                   [&](const OperationUPtr& part) { return areOfOneKind(planned, *part); });
+    const auto change = same == parts.end() ? parts.begin() : same;
+    OperationUPtr behind = cloneOperation(planned);
+    for (auto part = parts.begin(); part != change; ++part)
+    {
+        appendOwn(_transformer.include(**part, *behind, TieResolveCondition::FirstWins));
+        behind = _transformer.include(*behind, **part, TieResolveCondition::SecondWins);
+    }
+    appendChange(original, *behind, **change);
+    for (auto part = change + 1; part != parts.end(); ++part)
+    {
+        appendOwn(cloneOperation(**part));
+    }
 }
 
 /// Stands on the way from the operation's end to what was there before it, and not at the end of the bridge: what

@@ -123,6 +123,9 @@ private:
                        Selections& selections);
     static bool follow(const Steps& steps, Stretch& stretch);
     void closeTyping();
+    void appendChangeAmongOthers(const CollaborationEngine::Operation& original,
+                                 const CollaborationEngine::Operation& planned,
+                                 const std::vector<CollaborationEngine::OperationUPtr>& parts);
     bool appendChangeOnNode(const CollaborationEngine::Operation& planned,
                             const CollaborationEngine::Operation& happened);
     bool appendPartialMarking(const CollaborationEngine::Operation& original,

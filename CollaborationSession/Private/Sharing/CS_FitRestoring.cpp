@@ -9,6 +9,7 @@
 // all content, then marks, then an aid, and least of all a tag of the restoring itself.
 
 #include "Sharing/CS_FitIntoText.h"
+#include "Sharing/CS_MakeRestoring.h"
 
 #include "DOM_RunStyle.h"
 
@@ -29,7 +30,6 @@ using CollaborationEngine::RestoreTag;
 using DOMCollaboration::PlaceKind;
 using DOMCollaboration::PlanePlace;
 using DOMCollaboration::TextWithTombstonesElement;
-using DOMCollaboration::TextWithTombstonesElementVector;
 using DOMCollaboration::TextWithTombstonesItems;
 
 namespace
@@ -67,13 +67,6 @@ struct Item
 };
 
 using Items = std::vector<Item>;
-
-/// An element that comes back.
-struct ElementAtSlot
-{
-    unsigned long _slot;
-    TextWithTombstonesElement _element;
-};
 
 /// What dead slots between two items can do, each with its kinds in their order.
 enum class Aid : unsigned char
@@ -580,26 +573,7 @@ private:
 
     std::unique_ptr<TextRestoring> makeOperation() const
     {
-        std::vector<ListModificationOperation<RestoreTag>> nestedOperations;
-        for (std::size_t end = _pieces.size(); end > 0;)
-        {
-            std::size_t begin = end - 1;
-            while (begin > 0 && _pieces[begin - 1]._slot + 1 == _pieces[begin]._slot)
-            {
-                --begin;
-            }
-            TextWithTombstonesElementVector elements;
-            elements.reserve(end - begin);
-            for (std::size_t index = begin; index < end; ++index)
-            {
-                elements.push_back(_pieces[index]._element);
-            }
-            nestedOperations.emplace_back(_restoring.getNodeAddress(), _restoring.getOperandType(),
-                                          makeSharedConst<TextWithTombstonesItems>(std::move(elements)),
-                                          IndexRange<unsigned long>::fromCount(_pieces[begin]._slot, end - begin));
-            end = begin;
-        }
-        auto operation = std::make_unique<TextRestoring>(std::move(nestedOperations));
+        auto operation = makeRestoring(_restoring, _pieces);
         operation->inheritIDIfPossibleImpl(_restoring);
         return operation;
     }

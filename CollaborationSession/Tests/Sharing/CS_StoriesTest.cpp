@@ -49,6 +49,23 @@ TEST(Stories, WhatTwoTypeInADeletedTextStays)
     Story("{|one}{|two}").meanwhile({deletes(0, 7), types(1, "X"), types(5, "Y")}).endsAs("XY");
 }
 
+TEST(Stories, UndoOfADeletionBringsTheLineBackAroundWhatWasTypedInIt)
+{
+    Story("{|xxyy}").meanwhile({types(2, "abc"), deletes(0, 4)}).then(1, undoes()).endsAs("xxabcyy");
+    Story("{|one}{|two}").meanwhile({deletes(0, 7), types(5, "abc")}).then(0, undoes()).endsAs("one/tabcwo");
+    Story("{|one}{|word}{|two}")
+        .meanwhile({deletes(4, 9), types(6, "abc")})
+        .then(0, undoes())
+        .endsAs("one/woabcrd/two");
+}
+
+TEST(Stories, UndoOfADeletionBringsTheLineBackAroundAnEnterInIt)
+{
+    Story("{|word}").meanwhile({types(2, "\n"), deletes(0, 4)}).then(1, undoes()).endsAs("wo/rd");
+    Story("{|word}#").meanwhile({types(2, "\n"), deletesSlots(0, 7)}).endsAs("//#");
+    Story("{|word}#").meanwhile({types(2, "\n"), deletesSlots(0, 7)}).then(1, undoes()).endsAs("wo/rd/#");
+}
+
 TEST(Stories, UndoOfAPasteLeavesWhatOthersTypedInIt)
 {
     Story("{}")

@@ -189,6 +189,17 @@ inline Deed paintsParagraphs(unsigned long begin, unsigned long end, LookChange 
     return [=](Participant& person) { person.setParagraphLook(begin, end, change); };
 }
 
+/// Deletes slots of the text, as they are for somebody who knows what was prepared alone.
+inline Deed deletesSlots(unsigned long begin, unsigned long end)
+{
+    return [=](Participant& person)
+    {
+        Operations operations;
+        operations.push_back(TestSupport::mark(begin, end));
+        person.getClient().perform(operations, nullptr);
+    };
+}
+
 /// Undoes the last own action.
 inline Deed undoes()
 {
