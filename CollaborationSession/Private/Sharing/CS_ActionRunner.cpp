@@ -18,12 +18,14 @@
 
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <utility>
 
 namespace Zem::CollaborationSession
 {
 
 using namespace CollaborationEngine;
+using DOMCollaboration::PlaceKind;
 
 namespace
 {
@@ -64,6 +66,30 @@ OperationUPtr take(Fitted fitted, const Operation& planned)
     return std::move(fitted._operation);
 }
 
+/// Whether something that isn't a byte came or went.
+bool movesStructure(const ListMultirangeOperation& operation)
+{
+    const auto isIn = [](const auto& typed)
+    {
+        const auto& nestedOperations = typed.getNestedOperations();
+        return std::any_of(
+            nestedOperations.begin(), nestedOperations.end(),
+            [](const auto& nested)
+            {
+                const auto* items = nested.getData()
+                                        ? cast<DOMCollaboration::TextWithTombstonesItems>(nested.getData().get())
+                                        : nullptr;
+                return items && std::any_of(items->getCollection().begin(), items->getCollection().end(),
+                                            [](const DOMCollaboration::TextWithTombstonesElement& element)
+                                            { return getKind(element) != PlaceKind::Char; });
+            });
+    };
+    const auto* insertion = cast<TextInsertion>(&operation);
+    const auto* marking = cast<TextMarking>(&operation);
+    const auto* restoring = cast<TextRestoring>(&operation);
+    return (insertion && isIn(*insertion)) || (marking && isIn(*marking)) || (restoring && isIn(*restoring));
+}
+
 /// Empty if the text is gone, or in something that is.
 std::optional<TextInDocument>
 findText(const std::shared_ptr<DOMCollaboration::DocumentAdapterWithNodeAdapter>& document,
@@ -99,7 +125,12 @@ ActionRunner::Outcome ActionRunner::run(const Action& action)
         before = _bridge.getMark();
     }
     runParts(*action._operation);
-    std::vector<LookSetting> painted = _hasMet ? paint() : _meaning->_looks;
+    std::vector<LookSetting> painted = _meaning->_looks;
+    if (_hasMet)
+    {
+        paintLooksOfOthers();
+        painted = paintMeaning();
+    }
     if (before && _refusal)
     {
         takeBackAll();
@@ -449,10 +480,40 @@ boost::optional<DeadElement> ActionRunner::findDead(const OperationNodeAddress& 
     return search.getElement();
 }
 
-/// Paints what the action means on the text as it stands, and gives what it means behind that.
-std::vector<LookSetting> ActionRunner::paint()
+/// What others painted at the same moment holds on all that has come into it, or was joined with it.
+void ActionRunner::paintLooksOfOthers()
 {
-    std::vector<LookSetting> painted;
+    for (std::size_t index = 0; index < _bridge.getLooks().size(); ++index)
+    {
+        const std::vector<LookSetting>& looks = _bridge.getLooks();
+        if (!changesStructureOf(readStretch(looks[index]._stretch)._text))
+        {
+            continue;
+        }
+        std::vector<LookSetting> standing = {looks[index]};
+        for (std::size_t later = index + 1; later < looks.size(); ++later)
+        {
+            standing = withoutLater(std::move(standing), looks[later]);
+        }
+        paint(std::move(standing));
+    }
+}
+
+/// Whether tags or marks of a text came or went.
+bool ActionRunner::changesStructureOf(const OperationNodeAddress& text) const
+{
+    return std::any_of(_done.begin(), _done.end(),
+                       [&](const OperationPtr& operation)
+                       {
+                           const auto* onText = cast<ListMultirangeOperation>(operation.get());
+                           return onText && onText->getNodeAddress() == text && movesStructure(*onText);
+                       });
+}
+
+/// Paints what the action means on the text as it stands, and gives what it means behind that.
+std::vector<LookSetting> ActionRunner::paintMeaning()
+{
+    std::vector<LookSetting> looks;
     for (LookSetting look : _meaning->_looks)
     {
         if (!_bridge.follow(look._stretch))
@@ -468,36 +529,38 @@ std::vector<LookSetting> ActionRunner::paint()
                 parts = withoutLater(std::move(parts), later);
             }
         }
-        for (LookSetting& part : parts)
-        {
-            paint(std::move(part), painted);
-        }
+        std::move(parts.begin(), parts.end(), std::back_inserter(looks));
     }
-    return painted;
+    looks = paint(std::move(looks));
+    _bridge.overrideLooks(looks);
+    return looks;
 }
 
-void ActionRunner::paint(LookSetting look, std::vector<LookSetting>& painted)
+/// Gives the looks behind what was done for them.
+std::vector<LookSetting> ActionRunner::paint(std::vector<LookSetting> looks)
 {
-    const StretchInText stretch = readStretch(look._stretch);
-    painted.push_back(std::move(look));
-    const std::optional<TextInDocument> text = findText(_replica.getAdapter(), stretch._text);
-    if (!text)
+    for (std::size_t index = 0; index < looks.size(); ++index)
     {
-        return;
-    }
-    const LookSetting& target = painted.back();
-    Operations operations = paintStretch(text->getText(), stretch._text, stretch._firstSlot, stretch._lastSlot,
-                                         target._target, target._change)
-                                ._operations;
-    for (OperationUPtr& operation : operations)
-    {
-        execute(std::move(operation));
-        for (LookSetting& behind : painted)
+        const StretchInText stretch = readStretch(looks[index]._stretch);
+        const std::optional<TextInDocument> text = findText(_replica.getAdapter(), stretch._text);
+        if (!text)
         {
-            moveStretch(behind._stretch, *_done.back());
+            continue;
         }
-        _bridge.appendOwn(_done.back());
+        Operations operations = paintStretch(text->getText(), stretch._text, stretch._firstSlot, stretch._lastSlot,
+                                             looks[index]._target, looks[index]._change)
+                                    ._operations;
+        for (OperationUPtr& operation : operations)
+        {
+            execute(std::move(operation));
+            for (LookSetting& look : looks)
+            {
+                moveStretch(look._stretch, *_done.back());
+            }
+            _bridge.appendOwn(_done.back());
+        }
     }
+    return looks;
 }
 
 } // namespace Zem::CollaborationSession

@@ -90,8 +90,10 @@ private:
     OperationUPtr joinDone(std::size_t begin) const;
     void forget(std::size_t doneCount);
     void takeBackAll();
-    std::vector<LookSetting> paint();
-    void paint(LookSetting look, std::vector<LookSetting>& painted);
+    std::vector<LookSetting> paintMeaning();
+    std::vector<LookSetting> paint(std::vector<LookSetting> looks);
+    void paintLooksOfOthers();
+    bool changesStructureOf(const CollaborationEngine::OperationNodeAddress& text) const;
     void refuse(RefusalReason reason, const std::string& sentence);
     OperationPtr makeOperation(const Action& action) const;
     Outcome makeOutcome(const Action& action, std::vector<LookSetting> painted);

@@ -1,6 +1,7 @@
 #include "Sharing/CS_Bridge.h"
 
 #include "Editing/CS_Stretch.h"
+#include "Sharing/CS_Looks.h"
 #include "Sharing/CS_MoveSelections.h"
 #include "Sharing/CS_PartialMarking.h"
 #include "Sharing/CS_SettlingTransformer.h"
@@ -175,6 +176,14 @@ Bridge::Step Bridge::makeOwnStep(OperationUPtr operation)
 void Bridge::moveLooks(const Operation& operation)
 {
     std::erase_if(_looks, [&](LookSetting& setting) { return !moveStretch(setting._stretch, operation); });
+}
+
+void Bridge::overrideLooks(const std::vector<LookSetting>& looks)
+{
+    for (const LookSetting& look : looks)
+    {
+        _looks = withoutLater(std::move(_looks), look);
+    }
 }
 
 void Bridge::closeTyping()

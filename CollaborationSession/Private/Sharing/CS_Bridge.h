@@ -114,6 +114,9 @@ public:
         return _looks;
     }
 
+    /// Says that the author has painted `looks`, behind the bridge: they stand, whatever others painted there.
+    void overrideLooks(const std::vector<LookSetting>& looks);
+
     /// Says that `operation` was executed behind the bridge.
     void moveLooks(const CollaborationEngine::Operation& operation);
 

@@ -95,6 +95,10 @@ std::vector<LookSetting> Client::Rebase::takeInOwn(const HistoryEntry& entry)
     if (!areDeeplyEqual(*predicted._happened._operation, *entry._action._operation))
     {
         executeInstead(own, *predicted._happened._operation, std::move(before), *entry._action._operation);
+        if (entry._action._meaning)
+        {
+            _bridge.overrideLooks(entry._action._meaning->_looks);
+        }
     }
     return findFormerLooks(entry._action);
 }

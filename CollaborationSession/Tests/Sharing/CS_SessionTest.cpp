@@ -375,7 +375,7 @@ TEST(Session, CaretInAPendingWordStaysAtItsLetterWhenTheWordGetsAParagraph)
         session[1].replace(3, 6, "");
         session[1].send();
         session[0].receive();
-        EXPECT_EQ(session[0].show(), "{|ab}[...]{|word}[..]{|ef}");
+        EXPECT_EQ(session[0].show(), "{|ab}{[..]|word[.]}{|ef}");
         EXPECT_EQ(getOwnCaret(session[0]), 8u + letter);
         session.settle();
         EXPECT_EQ(getOwnCaret(session[0]), 8u + letter);

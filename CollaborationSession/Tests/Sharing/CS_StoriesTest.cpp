@@ -37,6 +37,24 @@ TEST(Stories, BothHalvesOfACentredParagraphAreCentred)
     Story("{|one two}").meanwhile({paintsParagraphs(0, 7, centred()), types(3, "\n")}).endsAs("^one/^ two");
 }
 
+TEST(Stories, AParagraphThatIsJoinedWithACentredOneIsCentred)
+{
+    const Story story = Story("{|one}{|two}").meanwhile({paintsParagraphs(4, 7, centred()), deletes(3, 4)});
+    story.endsAs("^onetwo");
+    Story(story).then(1, undoes()).then(0, undoes()).endsAs("one/two");
+}
+
+TEST(Stories, WhatIsPastedInAWordThatIsMadeBoldIsBold)
+{
+    const auto pastes = [](Participant& person)
+    {
+        Operations operations;
+        operations.push_back(TestSupport::insert(4, "|X"));
+        person.getClient().perform(operations, nullptr);
+    };
+    Story("{|abcd}").meanwhile({paints(0, 4, bold()), pastes}).endsAs("*abXcd*");
+}
+
 TEST(Stories, WhatIsTypedInADeletedTextStays)
 {
     Story("{|xxyy}").meanwhile({types(2, "abc"), deletes(0, 4)}).endsAs("abc");
