@@ -13,10 +13,10 @@
 #include "Editing/CS_Insertion.h"
 
 #include "Editing/CS_CommandSupport.h"
+#include "Editing/CS_TypedStyle.h"
 
 #include "DOM_Paragraph.h"
 #include "DOM_Runs.h"
-#include "DOM_SetToSharedStyle.h"
 
 #include "Util_DeepComparison.h"
 
@@ -38,45 +38,12 @@ using DOMCollaboration::TextWithTombstonesElementVector;
 namespace
 {
 
-using RunStylePtr = DOM::SharedStyleConstIPtr<DOM::RunStyle>;
-
 void addBytes(TextWithTombstonesElementVector& elements, std::string_view bytes)
 {
     for (const char byte : bytes)
     {
         elements.emplace_back(static_cast<short>(static_cast<signed char>(byte)));
     }
-}
-
-const DOM::RunStyle& getStyle(const DOM::Run* run)
-{
-    return DOM::derefSharedStyle(run ? run->getSharedStyle() : RunStylePtr());
-}
-
-/// The style of what is typed between a character of each run: that of `model`, but with the link and the comments that
-/// both sides have. A null run stands for no character.
-RunStylePtr makeTypedStyle(const RunStylePtr& model, const DOM::Run* inFront, const DOM::Run* behind)
-{
-    const DOM::RunStyle& left = getStyle(inFront);
-    const DOM::RunStyle& right = getStyle(behind);
-    const bool hasLink = areDeeplyEqual(left.getHyperlink(), right.getHyperlink());
-    DOM::HyperlinkConstPtr link = hasLink ? left.getHyperlink() : nullptr;
-    std::vector<UUID> comments;
-    std::copy_if(left.getCommentUUIDs().begin(), left.getCommentUUIDs().end(), std::back_inserter(comments),
-                 [&](const UUID& uuid)
-                 {
-                     const auto& others = right.getCommentUUIDs();
-                     return std::find(others.begin(), others.end(), uuid) != others.end();
-                 });
-    const DOM::RunStyle& present = DOM::derefSharedStyle(model);
-    if (areDeeplyEqual(present.getHyperlink(), link) && present.getCommentUUIDs() == comments)
-    {
-        return model;
-    }
-    DOM::RunStyle style = present;
-    style.setHyperlink(std::move(link));
-    style.getCommentUUIDs() = std::move(comments);
-    return RunStylePtr(new DOM::SharedStyle<DOM::RunStyle>(std::move(style)));
 }
 
 /// Takes the first line off, and its line break. Empty when there is no line left.

@@ -9,6 +9,7 @@
 #include "Sharing/CS_MissingStructure.h"
 #include "Sharing/CS_RemovedParagraphs.h"
 #include "Sharing/CS_Stopwatch.h"
+#include "Sharing/CS_TypedApart.h"
 
 #include "CE_InverseOperation.h"
 #include "CE_OperationEquality.h"
@@ -146,11 +147,14 @@ ActionRunner::Outcome ActionRunner::makeOutcome(const Action& action, std::vecto
 {
     Outcome outcome;
     outcome._refusal = std::move(_refusal);
+    outcome._looksOfOthers = std::move(_looksOfOthers);
     outcome._happened = {makeOperation(action), action._meaning};
-    if (action._meaning && !_meaning->_looks.empty() && _hasMet)
+    const bool isMeaningMoved = !_meaning->_looks.empty() || !_meaning->_typedApart.empty() || !_typedApart.empty();
+    if (action._meaning && _hasMet && isMeaningMoved)
     {
         auto meaning = std::make_shared<Meaning>(*action._meaning);
         meaning->_looks = std::move(painted);
+        meaning->_typedApart = std::exchange(_typedApart, {});
         outcome._happened._meaning = std::move(meaning);
     }
     _hasMet = false;
@@ -264,7 +268,8 @@ void ActionRunner::execute(OperationUPtr planned)
     {
         return;
     }
-    _bridge.moveLooks(*happened);
+    _bridge.moveMeaning(*happened);
+    std::erase_if(_typedApart, [&](Stretch& stretch) { return !moveStretch(stretch, *happened); });
     _host.onCarriedOut(*planned, *happened);
     _done.emplace_back(std::move(happened));
 }
@@ -414,21 +419,36 @@ bool ActionRunner::carryOutTyping(const Operation& planned, const Operation& par
     {
         return false;
     }
+    const auto moved = moveInFrontOfOthers(*insertion, *typings, _bridge.getTypedApart());
+    const TextInsertion& placed = moved ? *moved : *insertion;
     const auto findDeadHere = [&](unsigned long slot, unsigned long seenFrom)
-    { return findDead(insertion->getNodeAddress(), slot, seenFrom); };
-    const auto woken = findRemovedParagraphs(text->getText(), *insertion, *typings, findDeadHere);
+    { return findDead(placed.getNodeAddress(), slot, seenFrom); };
+    const auto woken = findRemovedParagraphs(text->getText(), placed, *typings, findDeadHere);
     if (woken)
     {
         execute(cloneOperation(*woken));
     }
     const std::size_t doneBefore = _done.size();
-    execute(take(fitInsertion(text->getText(), *insertion, *typings), planned));
+    execute(take(fitInsertion(text->getText(), placed, *typings), placed));
+    rememberTypedApart(doneBefore, *typings);
     if (woken)
     {
         // It goes again as far as nothing needs it.
         execute(fit(*pass(makeMarkingOf(*woken), doneBefore)));
     }
     return true;
+}
+
+void ActionRunner::rememberTypedApart(std::size_t doneBefore, const std::vector<Typing>& typings)
+{
+    const auto* happened = _done.size() > doneBefore ? cast<TextInsertion>(_done.back().get()) : nullptr;
+    if (happened)
+    {
+        for (Stretch& stretch : findTypedApart(*happened, typings))
+        {
+            _typedApart.push_back(std::move(stretch));
+        }
+    }
 }
 
 /// Nothing if what was planned isn't told apart as what was typed.
@@ -444,7 +464,9 @@ boost::optional<std::vector<Typing>> ActionRunner::findTypings(const TextInserti
     for (std::size_t index = 0; index < count; ++index)
     {
         const unsigned long gap = original.getNestedOperations()[index].getRange().getBegin();
-        Stretch anchor = makeStretch(original.getNodeAddress(), gap - std::min(gap, 1UL), gap - std::min(gap, 1UL));
+        const auto apart = findAnchorApart(original, index, _meaning->_typedApart);
+        const unsigned long slotInFront = apart.value_or(gap - std::min(gap, 1UL));
+        Stretch anchor = makeStretch(original.getNodeAddress(), slotInFront, slotInFront);
         if (gap > 0)
         {
             if (!_bridge.followBefore(anchor))
@@ -532,7 +554,11 @@ std::vector<LookSetting> ActionRunner::paintMeaning()
         std::move(parts.begin(), parts.end(), std::back_inserter(looks));
     }
     looks = paint(std::move(looks));
-    _bridge.overrideLooks(looks);
+    if (!looks.empty())
+    {
+        _looksOfOthers = _bridge.getLooks();
+        _bridge.overrideLooks(looks);
+    }
     return looks;
 }
 

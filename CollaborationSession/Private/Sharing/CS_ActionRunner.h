@@ -51,6 +51,8 @@ public:
         /// What really happened; an `EmptyOperation` if nothing did.
         Action _happened;
         boost::optional<Refusal> _refusal;
+        /// What others had painted before, in the state behind it; empty if the action paints nothing.
+        std::vector<LookSetting> _looksOfOthers;
     };
 
     ActionRunner(Replica& replica, Bridge& bridge, Statistics& statistics, Host& host);
@@ -79,6 +81,7 @@ private:
     void carryOutFitted(const Operation& planned, const Operation& part);
     OperationUPtr fit(const Operation& planned) const;
     bool carryOutTyping(const Operation& planned, const Operation& part);
+    void rememberTypedApart(std::size_t doneBefore, const std::vector<Typing>& typings);
     boost::optional<std::vector<Typing>> findTypings(const TextInsertion& planned, const TextInsertion& original) const;
     bool carryOutRestoring(const Operation& planned);
     void bringBack(const DOM::TextWithTombstones& text, const TextRestoring& single);
@@ -106,6 +109,9 @@ private:
     /// Whether operations of others have come in since the action was made.
     bool _hasMet = false;
     std::vector<OperationPtr> _done;
+    /// Where what was done stands apart from what it was typed behind: `Meaning::_typedApart`, behind that.
+    std::vector<Stretch> _typedApart;
+    std::vector<LookSetting> _looksOfOthers;
     boost::optional<Refusal> _refusal;
 };
 

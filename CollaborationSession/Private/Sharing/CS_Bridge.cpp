@@ -136,6 +136,8 @@ void Bridge::append(const Action& action)
     {
         const auto& looks = action._meaning->_looks;
         _looks.insert(_looks.end(), looks.begin(), looks.end());
+        const auto& typedApart = action._meaning->_typedApart;
+        _typedApart.insert(_typedApart.end(), typedApart.begin(), typedApart.end());
     }
 }
 
@@ -150,7 +152,7 @@ void Bridge::append(std::shared_ptr<const Operation> operation)
         }
         return;
     }
-    moveLooks(*operation);
+    moveMeaning(*operation);
     if (cast<EmptyOperation>(operation.get()) || _typing.takeIn(*operation))
     {
         return;
@@ -173,9 +175,10 @@ Bridge::Step Bridge::makeOwnStep(OperationUPtr operation)
     return {OperationPtr(std::move(operation)), TieResolveCondition::FirstWins};
 }
 
-void Bridge::moveLooks(const Operation& operation)
+void Bridge::moveMeaning(const Operation& operation)
 {
     std::erase_if(_looks, [&](LookSetting& setting) { return !moveStretch(setting._stretch, operation); });
+    std::erase_if(_typedApart, [&](Stretch& stretch) { return !moveStretch(stretch, operation); });
 }
 
 void Bridge::overrideLooks(const std::vector<LookSetting>& looks)
@@ -345,6 +348,7 @@ Bridge::Mark Bridge::getMark()
     Mark mark;
     mark._passed = _passed;
     mark._looks = _looks;
+    mark._typedApart = _typedApart;
     return mark;
 }
 
@@ -352,6 +356,7 @@ void Bridge::returnTo(Mark mark)
 {
     _passed = std::move(mark._passed);
     _looks = std::move(mark._looks);
+    _typedApart = std::move(mark._typedApart);
 }
 
 void Bridge::follow(BaseClientEditingStateTransformer& transformer, Selections& selections)

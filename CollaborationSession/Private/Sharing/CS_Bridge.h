@@ -94,6 +94,7 @@ public:
 
         Steps _passed;
         std::vector<LookSetting> _looks;
+        std::vector<Stretch> _typedApart;
     };
 
     Mark getMark();
@@ -114,11 +115,17 @@ public:
         return _looks;
     }
 
+    /// Where others typed apart from what they typed behind (`Meaning::_typedApart`), in that state.
+    const std::vector<Stretch>& getTypedApart() const
+    {
+        return _typedApart;
+    }
+
     /// Says that the author has painted `looks`, behind the bridge: they stand, whatever others painted there.
     void overrideLooks(const std::vector<LookSetting>& looks);
 
     /// Says that `operation` was executed behind the bridge.
-    void moveLooks(const CollaborationEngine::Operation& operation);
+    void moveMeaning(const CollaborationEngine::Operation& operation);
 
 private:
     static Step makeOwnStep(CollaborationEngine::OperationUPtr operation);
@@ -144,6 +151,7 @@ private:
     /// What stands behind `_passed`.
     ComposedTyping _typing;
     std::vector<LookSetting> _looks;
+    std::vector<Stretch> _typedApart;
 };
 
 } // namespace Zem::CollaborationSession

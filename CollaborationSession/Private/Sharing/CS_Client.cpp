@@ -366,7 +366,7 @@ void Client::acknowledge(Pending pending, const HistoryEntryPtr& entry)
         refuse(pending, *entry->_refusal);
     }
     const bool mayBeUndone = findOwnAction(pending._lastID) != nullptr;
-    if (cast<EmptyOperation>(entry->_action._operation.get()))
+    if (isNothing(entry->_action))
     {
         forgetAction(pending._lastID);
     }

@@ -1,5 +1,6 @@
 // The own actions of a client as its user knows them: what can be undone, and what can be done again.
 
+#include "Editing/CS_Stretch.h"
 #include "Sharing/CS_ActionRunner.h"
 #include "Sharing/CS_ChangedNodes.h"
 #include "Sharing/CS_Checkpoint.h"
@@ -204,6 +205,25 @@ void Client::forgetOldActions()
     }
 }
 
+/// What a burst of typing means with one keystroke more.
+std::shared_ptr<const Meaning> Client::joinTypings(std::shared_ptr<const Meaning> burst, const Pending& next)
+{
+    const bool areTogether =
+        (!burst || burst->_typedApart.empty()) && (!next._meaning || next._meaning->_typedApart.empty());
+    if (areTogether)
+    {
+        return burst;
+    }
+    auto joined = burst ? std::make_shared<Meaning>(*burst) : std::make_shared<Meaning>(*next._meaning);
+    if (burst)
+    {
+        std::erase_if(joined->_typedApart, [&](Stretch& stretch) { return !moveStretch(stretch, *next._operation); });
+        const auto& added = next._meaning ? next._meaning->_typedApart : std::vector<Stretch>();
+        joined->_typedApart.insert(joined->_typedApart.end(), added.begin(), added.end());
+    }
+    return joined;
+}
+
 /// Puts neighbouring keystrokes together. What is under way stays as the server gets it, and what was undone, or undoes
 /// something, stays an action of its own.
 void Client::composeTyping()
@@ -232,6 +252,7 @@ void Client::composeTyping()
         if (mayJoin && !typing.isEmpty() && typing.takeInAll(*pending._operation))
         {
             burst._lastID = pending._lastID;
+            burst._meaning = joinTypings(burst._meaning, pending);
             continue;
         }
         closeBurst();

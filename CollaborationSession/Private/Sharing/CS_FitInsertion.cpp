@@ -10,6 +10,7 @@
 #include "DOM_ParagraphStyle.h"
 #include "DOM_RunStyle.h"
 #include "DOM_Runs.h"
+#include "DOM_SetToSharedStyle.h"
 
 #include "Util_Assert.h"
 #include "Util_Cast.h"
@@ -70,12 +71,6 @@ struct Origin
     bool _isAnchorLive = false;
 };
 
-bool isInRun(const PlanePlace& place)
-{
-    return place._kind == PlaceKind::Char || place._kind == PlaceKind::TextRunTag ||
-           place._kind == PlaceKind::AtomicRun;
-}
-
 bool isInParagraph(const PlanePlace& place)
 {
     return place._kind != PlaceKind::TextEnd && place._kind != PlaceKind::AtomicBlock;
@@ -90,9 +85,10 @@ Origin findOrigin(TextPlaces& places, const Typing& typing, const PlanePlace& be
         return Origin{typing._look, typing._paragraph, false};
     }
     const PlanePlace place = places.find(*anchor);
-    if (isInRun(place))
+    if (const DOM::Run* run = places.findRun(place))
     {
-        return Origin{places.getLook(place), &places.getParagraph(place), true};
+        const RunStylePtr look = makeTypedStyle(run->getSharedStyle(), run, places.findRun(behind));
+        return Origin{look, &places.getParagraph(place), true};
     }
     if (!isInParagraph(place))
     {
@@ -379,9 +375,9 @@ private:
     RunStylePtr getLookHere() const
     {
         const DOM::Paragraph* paragraph = _parted ? _parted : _origin._paragraph;
-        return isInRun(_behind) ? _places.getLook(_behind)
-               : paragraph      ? paragraph->getSharedParaMarkStyle()
-                                : RunStylePtr();
+        return _places.findRun(_behind) ? _places.getLook(_behind)
+               : paragraph              ? paragraph->getSharedParaMarkStyle()
+                                        : RunStylePtr();
     }
 
     TextPlaces& _places;
@@ -444,13 +440,25 @@ private:
             const auto anchor = _typings[index]._anchor ? _places.getElement(*_typings[index]._anchor) : std::nullopt;
             const auto& elements = getElements(nested);
             if (!anchor || *anchor + 1 != _places.getGap(nested.getRange().getBegin()) ||
-                _anchors.find(*anchor)._kind != PlaceKind::Char ||
-                !std::all_of(elements.begin(), elements.end(), isByte))
+                !std::all_of(elements.begin(), elements.end(), isByte) || !goesOnBehind(*anchor))
             {
                 return false;
             }
         }
         return true;
+    }
+
+    /// Whether bytes behind an element simply join its run. Links and comments don't grow at their ends.
+    bool goesOnBehind(unsigned long anchor)
+    {
+        const PlanePlace place = _anchors.find(anchor);
+        if (place._kind != PlaceKind::Char)
+        {
+            return false;
+        }
+        const DOM::RunStyle& style = DOM::derefSharedStyle(_anchors.getLook(place));
+        const bool mayEnd = style.getHyperlink() || !style.getCommentUUIDs().empty();
+        return !mayEnd || _anchors.countBytesFrom(place) > 1;
     }
 
     /// From the lowest nested operation to the highest.

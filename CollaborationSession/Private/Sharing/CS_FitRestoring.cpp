@@ -39,6 +39,7 @@ using Cost = unsigned long;
 constexpr Cost impossible = std::numeric_limits<Cost>::max();
 constexpr Cost costOfTag = 1;
 constexpr Cost costOfAid = 100;
+constexpr Cost costOfBreak = 1'000;
 constexpr Cost costOfMark = 10'000;
 constexpr Cost costOfContent = 1'000'000;
 
@@ -50,12 +51,15 @@ struct Item
     const TextWithTombstonesElement* _elements;
     PlaceKind _kind;
     bool _isAsked = true;
+    /// A paragraph's tag whose mark lives: it stands for the line break in front of it.
+    bool _isBreak = false;
 
     Cost getCost() const
     {
         switch (_kind)
         {
         case PlaceKind::ParaTag:
+            return _isBreak ? costOfBreak : costOfTag;
         case PlaceKind::TextRunTag:
             return costOfTag;
         case PlaceKind::ParaMark:
@@ -332,6 +336,7 @@ public:
 
     FittedRestoring fit()
     {
+        countTagsWithoutMark();
         Items group;
         unsigned long gap = 0;
         const auto& nestedOperations = _restoring.getNestedOperations();
@@ -357,6 +362,19 @@ public:
     }
 
 private:
+    void countTagsWithoutMark()
+    {
+        for (const auto& nested : _restoring.getNestedOperations())
+        {
+            const auto& elements = cast<TextWithTombstonesItems>(derefPtr(nested.getData())).getCollection();
+            for (const TextWithTombstonesElement& element : elements)
+            {
+                const PlaceKind kind = getKind(element);
+                _tagsWithoutMarkCount += kind == PlaceKind::ParaTag ? 1 : kind == PlaceKind::ParaMark ? -1 : 0;
+            }
+        }
+    }
+
     unsigned long requireDead(const IndexRange<unsigned long>& range) const
     {
         const unsigned long gap = _places.getGap(range.getBegin());
@@ -367,7 +385,7 @@ private:
         return gap;
     }
 
-    static void addItems(Items& items, const ListModificationOperation<RestoreTag>& nested)
+    void addItems(Items& items, const ListModificationOperation<RestoreTag>& nested)
     {
         const auto& elements = cast<TextWithTombstonesItems>(derefPtr(nested.getData())).getCollection();
         unsigned long slot = nested.getRange().getBegin();
@@ -382,7 +400,9 @@ private:
             }
             else
             {
-                items.push_back(Item{slot, 1, &element, kind});
+                const bool isBreak = kind == PlaceKind::ParaTag && _tagsWithoutMarkCount > 0;
+                _tagsWithoutMarkCount -= isBreak ? 1 : 0;
+                items.push_back(Item{slot, 1, &element, kind, true, isBreak});
             }
             ++slot;
         }
@@ -395,7 +415,7 @@ private:
         const TextState state = getStateBehind(front._kind);
         std::vector<Supply> supplies(items.size() + 1);
         std::optional<Way> ways(std::in_place, items, supplies, state);
-        if (ways->getCost(behind._kind) >= costOfMark)
+        if (ways->getCost(behind._kind) >= costOfBreak)
         {
             findSupplies(supplies, items, gap);
             ways.emplace(items, supplies, state);
@@ -556,7 +576,7 @@ private:
 
     void leaveOut(const Item& item)
     {
-        if (item.getCost() == costOfTag)
+        if (item.getCost() < costOfMark)
         {
             _fitted._leftDead.push_back(item._slot);
             return;
@@ -581,6 +601,8 @@ private:
     TextPlaces _places;
     const TextRestoring& _restoring;
     FindDead _findDead;
+    /// How many paragraphs' tags are left whose marks aren't part of the restoring.
+    long _tagsWithoutMarkCount = 0;
     /// What comes back, ascending.
     std::vector<ElementAtSlot> _pieces;
     FittedRestoring _fitted;

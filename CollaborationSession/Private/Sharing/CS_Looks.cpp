@@ -151,6 +151,12 @@ void listAtomics(const Operation& operation, std::vector<const AtomicOperation*>
 
 } // namespace
 
+bool isNothing(const Action& action)
+{
+    const bool paints = action._meaning && !action._meaning->_looks.empty();
+    return !paints && cast<EmptyOperation>(action._operation.get());
+}
+
 std::vector<LookSetting> withoutLater(std::vector<LookSetting> looks, const LookSetting& later)
 {
     std::vector<LookSetting> rest;

@@ -12,6 +12,10 @@
 namespace Zem::CollaborationSession
 {
 
+/// Whether nothing is left of an action. A look whose stretch is dead is still meant: it holds on what is in there,
+/// once that is back or somebody else has typed there.
+bool isNothing(const Action& action);
+
 /// What stays of `looks` if nothing that `later` sets, too, is touched. All are in one state.
 std::vector<LookSetting> withoutLater(std::vector<LookSetting> looks, const LookSetting& later);
 

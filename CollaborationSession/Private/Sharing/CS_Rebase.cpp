@@ -90,24 +90,42 @@ std::vector<LookSetting> Client::Rebase::takeInOwn(const HistoryEntry& entry)
 {
     const Action own = getAction(_acknowledgedCount);
     Bridge::Mark before = _bridge.getMark();
-    const ActionRunner::Outcome predicted =
-        ActionRunner(_client._replica, _bridge, _client._statistics, *this).run(own);
+    ActionRunner::Outcome predicted = ActionRunner(_client._replica, _bridge, _client._statistics, *this).run(own);
     if (!areDeeplyEqual(*predicted._happened._operation, *entry._action._operation))
     {
         executeInstead(own, *predicted._happened._operation, std::move(before), *entry._action._operation);
+        predicted._looksOfOthers = _bridge.getLooks();
         if (entry._action._meaning)
         {
             _bridge.overrideLooks(entry._action._meaning->_looks);
         }
     }
-    return findFormerLooks(entry._action);
+    return findFormerLooks(_client._pending[_acknowledgedCount], entry._action, predicted._looksOfOthers);
 }
 
-std::vector<LookSetting> Client::Rebase::findFormerLooks(const Action& happened) const
+/// What it had before what was given another look by `happened`. Where nobody else painted meanwhile, that is what the
+/// author saw, also of what has no look at the moment, because it is dead, or had this one by the time it ran again.
+std::vector<LookSetting> Client::Rebase::findFormerLooks(const Pending& pending, const Action& happened,
+                                                         const std::vector<LookSetting>& looksOfOthers)
 {
-    return happened._meaning
-               ? CollaborationSession::findFormerLooks(_client.getAdapter(), *happened._operation, *happened._meaning)
-               : std::vector<LookSetting>();
+    if (!happened._meaning)
+    {
+        return {};
+    }
+    std::vector<LookSetting> seen = pending._formerLooks;
+    std::erase_if(seen, [&](LookSetting& look) { return !_bridge.follow(look._stretch); });
+    for (const LookSetting& others : looksOfOthers)
+    {
+        seen = withoutLater(std::move(seen), others);
+    }
+    std::vector<LookSetting> former =
+        CollaborationSession::findFormerLooks(_client.getAdapter(), *happened._operation, *happened._meaning);
+    for (const LookSetting& found : former)
+    {
+        seen = withoutLater(std::move(seen), found);
+    }
+    former.insert(former.end(), seen.begin(), seen.end());
+    return former;
 }
 
 void Client::Rebase::executeInstead(const Action& own, const Operation& predicted, Bridge::Mark before,
@@ -156,7 +174,7 @@ void Client::Rebase::runAgain(std::size_t index)
         ActionRunner(_client._replica, _bridge, _client._statistics, *this).run(getAction(index));
     const Pending& pending = _client._pending[index];
     _again.push_back({cloneOperation(*outcome._happened._operation), outcome._happened._meaning, pending._firstID,
-                      pending._lastID, findFormerLooks(outcome._happened)});
+                      pending._lastID, findFormerLooks(pending, outcome._happened, outcome._looksOfOthers)});
     // What is under way, the server judges.
     if (outcome._refusal && index >= _client._underWayCount)
     {

@@ -51,7 +51,8 @@ private:
     void executeInstead(const Action& own, const CollaborationEngine::Operation& predicted, Bridge::Mark before,
                         const CollaborationEngine::Operation& happened);
     Action getAction(std::size_t index) const;
-    std::vector<LookSetting> findFormerLooks(const Action& happened) const;
+    std::vector<LookSetting> findFormerLooks(const Pending& pending, const Action& happened,
+                                             const std::vector<LookSetting>& looksOfOthers);
     void runAgain(std::size_t index);
     void commit();
 

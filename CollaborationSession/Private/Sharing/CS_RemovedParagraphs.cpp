@@ -35,7 +35,7 @@ public:
     {
         const unsigned long gap = _places.getGap(slot);
         const bool isAnchorDead = !_places.getElement(anchor);
-        if (!isAnchorDead || getStateBehind(_places.findBefore(gap)._kind) != TextState::Closed)
+        if (!isAnchorDead || !isBetweenBlocks(gap))
         {
             return;
         }
@@ -60,6 +60,15 @@ public:
     }
 
 private:
+    /// Behind the last paragraph in front of a block, or the end, what is typed joins that.
+    bool isBetweenBlocks(unsigned long gap)
+    {
+        const PlaceKind front = _places.findBefore(gap)._kind;
+        const PlaceKind behind = _places.find(gap)._kind;
+        const bool isLastInText = behind == PlaceKind::TextEnd || behind == PlaceKind::AtomicBlock;
+        return getStateBehind(front) == TextState::Closed && !(front == PlaceKind::ParaMark && isLastInText);
+    }
+
     using Found = std::pair<unsigned long, TextWithTombstonesElement>;
 
     std::optional<Found> findTag(unsigned long begin, unsigned long end, unsigned long anchor) const

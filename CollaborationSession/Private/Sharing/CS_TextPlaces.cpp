@@ -122,6 +122,13 @@ const DOM::Paragraph& TextPlaces::getParagraph(const PlanePlace& place) const
     return static_cast<const DOM::Paragraph&>(derefPtr(_text.getBlocks()[place._blockIndex]));
 }
 
+const DOM::Run* TextPlaces::findRun(const PlanePlace& place) const
+{
+    const bool isInRun =
+        place._kind == PlaceKind::Char || place._kind == PlaceKind::TextRunTag || place._kind == PlaceKind::AtomicRun;
+    return isInRun ? getParagraph(place).getRuns()[place._runIndex].get() : nullptr;
+}
+
 const RunStylePtr& TextPlaces::getLook(const PlanePlace& place) const
 {
     return derefPtr(getParagraph(place).getRuns()[place._runIndex]).getSharedStyle();

@@ -3,6 +3,8 @@
 /// Places of a text one after the other, and what may stand beside what: what those who plan an operation on a text
 /// ask of it.
 
+#include "Editing/CS_TypedStyle.h"
+
 #include "CE_ListMultirangeOperation.h"
 #include "DClb_TextElement.h"
 #include "DOM_Paragraph.h"
@@ -15,8 +17,6 @@
 
 namespace Zem::CollaborationSession
 {
-
-using RunStylePtr = DOM::SharedStyleConstIPtr<DOM::RunStyle>;
 
 /// What stands at the end of a stretch of text that is read from its beginning.
 enum class TextState : unsigned char
@@ -68,6 +68,9 @@ public:
 
     /// Requires: the place stands in a paragraph.
     const DOM::Paragraph& getParagraph(const DOMCollaboration::PlanePlace& place) const;
+
+    /// The run of a place; null if there is none.
+    const DOM::Run* findRun(const DOMCollaboration::PlanePlace& place) const;
 
     /// Requires: the place stands in a run.
     const RunStylePtr& getLook(const DOMCollaboration::PlanePlace& place) const;

@@ -4,6 +4,11 @@
 #include "Sharing/CS_Bridge.h"
 #include "Sharing/CS_UndoSearch.h"
 
+#include "CE_InverseOperation.h"
+#include "CE_SetPropertyOperation.h"
+
+#include "Util_Cast.h"
+
 #include <algorithm>
 #include <exception>
 #include <utility>
@@ -54,6 +59,29 @@ std::shared_ptr<const Operation> movePast(const Operation& undo, std::span<const
     {
         return std::make_shared<EmptyOperation>();
     }
+}
+
+void listSettings(const Operation& operation, std::vector<OperationUPtr>& settings)
+{
+    if (const auto* composite = cast<CompositeOperation>(&operation))
+    {
+        for (const OperationUPtr& part : composite->getParts())
+        {
+            listSettings(*part, settings);
+        }
+    }
+    else if (cast<ShadowedOperation>(&operation) || cast<SetPropertyOperation>(&operation))
+    {
+        settings.push_back(cloneOperation(operation));
+    }
+}
+
+/// What of an operation sets something, or waits for something that is dead.
+std::shared_ptr<const Operation> takeSettings(const Operation& operation)
+{
+    std::vector<OperationUPtr> settings;
+    listSettings(operation, settings);
+    return makeOperationFromParts(std::move(settings));
 }
 
 } // namespace
@@ -167,13 +195,14 @@ Action UndoLog::makeUndo(const Undoable& undoable, std::span<const Action> later
 {
     auto meaning = std::make_shared<Meaning>();
     meaning->_isUndo = true;
-    if (undoable._meaning && !undoable._meaning->_looks.empty())
+    const bool isPainted = undoable._meaning && !undoable._meaning->_looks.empty();
+    if (isPainted)
     {
-        // The tags that part runs stay: what looks alike on both sides of them looks as it did before.
         meaning->_looks = movePast(undoable._formerLooks, later);
-        return {std::make_shared<EmptyOperation>(), std::move(meaning)};
     }
-    UndoSearch search(_transformer, undoable._operation);
+    // The tags that part runs stay: what looks alike on both sides of them looks as it did before. What is dead by
+    // now has to come back as it was; what lives is painted instead.
+    UndoSearch search(_transformer, isPainted ? takeSettings(*undoable._operation) : undoable._operation);
     for (const Action& action : later)
     {
         search.pass(action._operation);

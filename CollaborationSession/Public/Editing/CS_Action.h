@@ -44,6 +44,9 @@ struct Meaning
     bool _isTyping = false;
     /// The look that the typed characters had for their author; null for the default one.
     DOM::SharedStyleConstIPtr<DOM::RunStyle> _typedLook;
+    /// Where somebody else's text came in between what was typed and what it was typed behind, as two typed at one
+    /// place: from the one to the other. What somebody typed behind a letter of his own goes in front of such a text.
+    std::vector<Stretch> _typedApart;
     std::vector<LookSetting> _looks;
 };
 

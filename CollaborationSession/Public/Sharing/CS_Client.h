@@ -261,6 +261,7 @@ private:
     void takeBackLast();
     void addPending(CollaborationEngine::OperationUPtr happened, std::shared_ptr<const Meaning> meaning,
                     ActionID undoes = 0);
+    static std::shared_ptr<const Meaning> joinTypings(std::shared_ptr<const Meaning> burst, const Pending& next);
     void composeTyping();
     void joinOwnActions();
     void forgetOldActions();

@@ -169,6 +169,114 @@ TEST(Stories, TheLaterOfTwoLooksStands)
     story.endsAs({1, 0}, "*abc*d");
 }
 
+TEST(Stories, ThreeDoEverythingToOneWord)
+{
+    const Story story = Story("{|one two}").meanwhile({deletes(0, 7), types(4, "X"), paints(0, 7, bold())});
+    story.endsAs("*X*");
+    Story(story).then(0, undoes()).endsAs("*one Xtwo*");
+    Story(story).then(1, undoes()).endsAs("");
+    Story(story).then(2, undoes()).endsAs("X");
+    Story(story).then(0, undoes()).then(2, undoes()).endsAs("one Xtwo");
+    Story(story).then(2, undoes()).then(0, undoes()).endsAs("one Xtwo");
+    Story(story).then(0, undoes()).then(1, undoes()).then(2, undoes()).endsAs("one two");
+    Story(story).then(1, undoes()).then(0, undoes()).then(1, redoes()).endsAs("*one Xtwo*");
+}
+
+TEST(Stories, ThreePressEnterAndOneDeletesAll)
+{
+    const Story story = Story("{|abcdef}").meanwhile({types(2, "\n"), types(4, "\n"), deletes(0, 6)});
+    story.endsAs("//");
+    Story(story).then(2, undoes()).endsAs("ab/cd/ef");
+    Story(story).then(2, undoes()).then(0, undoes()).endsAs("abcd/ef");
+    Story(story).then(0, undoes()).then(2, undoes()).endsAs("abcd/ef");
+}
+
+TEST(Stories, TwoDeleteTheSameAndOneOfThemUndoes)
+{
+    const Story story = Story("{|abcdef}").meanwhile({deletes(1, 4), deletes(2, 5)});
+    story.endsAs("af");
+    Story(story).then(0, undoes()).endsAs("abf");
+    Story(story).then(1, undoes()).endsAs("aef");
+    Story(story).then(0, undoes()).then(1, undoes()).endsAs("abcdef");
+}
+
+TEST(Stories, TwoDeleteTheSameLinesAndBothUndo)
+{
+    const Story story = Story("{|one}{|two}{|three}").meanwhile({deletes(1, 9), deletes(2, 11)});
+    story.endsAs("oee");
+    Story(story).then(0, undoes()).then(1, undoes()).endsAs("one/two/three");
+    Story(story).then(1, undoes()).then(0, undoes()).endsAs("one/two/three");
+}
+
+TEST(Stories, UndoOfAnEnterInWhichOthersTyped)
+{
+    const Story story = Story("{|onetwo}").prepare(types(3, "\n")).meanwhile({undoes(), types(4, "X")});
+    story.endsAs("oneXtwo");
+    Story(story).then(0, redoes()).endsAs("one/Xtwo");
+}
+
+TEST(Stories, ACommentIsTakenBackAloneWhenItsWordGotAnother)
+{
+    const UUID first = UUID::generate();
+    const UUID second = UUID::generate();
+    const Story story = Story("{|abc}").meanwhile(
+        {paints(0, 3, LookChange::addComment(first)), paints(1, 3, LookChange::addComment(second))});
+    Story(story).then(0, undoes()).endsAs("a(bc)");
+    Story(story).then(1, undoes()).endsAs("(abc)");
+    Story(story).then(1, undoes()).then(0, undoes()).endsAs("abc");
+}
+
+TEST(Stories, ALinkHasWhatIsTypedInsideAndNothingBeside)
+{
+    const auto links = [](Participant& person)
+    { person.setRunLook(1, 3, LookChange::setLink(std::make_shared<DOM::Hyperlink>())); };
+    Story("{|abcd}").meanwhile({links, types(2, "X")}).endsAs("a[bXc]d");
+    Story("{|abcd}").meanwhile({links, types(1, "X")}).endsAs("aX[bc]d");
+    Story("{|abcd}").meanwhile({links, types(3, "X")}).endsAs("a[bc]Xd");
+    Story("{|abcd}").meanwhile({links, types(2, "\n")}).endsAs("a[b]/[c]d");
+}
+
+TEST(Stories, AHeadingThatIsPartedByTwoIsOneInAllParts)
+{
+    Story("{|abcdef}")
+        .meanwhile({paintsParagraphs(0, 6, centred()), types(2, "\n"), types(4, "\n")})
+        .endsAs("^ab/^cd/^ef");
+    Story("{|abcdef}")
+        .meanwhile({paintsParagraphs(0, 6, centred()), types(2, "\n"), types(4, "\n")})
+        .then(0, undoes())
+        .endsAs("ab/cd/ef");
+}
+
+TEST(Stories, AParagraphThatIsTypedInFrontOfACentredOneIsNot)
+{
+    Story("{|ab}{|cd}").meanwhile({paintsParagraphs(3, 5, centred()), types(2, "\nX")}).endsAs("ab/X/^cd");
+}
+
+TEST(Stories, WhatIsTypedAtOnePlaceIsTwoWords)
+{
+    SessionCase session("{|()}", 2);
+    for (const char* letters : {"ax", "by", "cz"})
+    {
+        const unsigned long at = static_cast<unsigned long>(letters[0] - 'a');
+        session[0].replace(1 + at, 1 + at, std::string(1, letters[0]));
+        session[0].send();
+        session[1].replace(1 + at, 1 + at, std::string(1, letters[1]));
+        session[1].send();
+    }
+    session.settle();
+    EXPECT_EQ(session[0].getText(), "(abcxyz)");
+}
+
+TEST(Stories, DeletionOfALineInFrontOfABlockInWhichSomebodyTypes)
+{
+    Story("{|ab}{|cd}#").meanwhile({deletes(2, 5), types(4, "X")}).endsAs("abX/#");
+    Story("{|ab}{|cd}#").meanwhile({deletes(2, 5), types(4, "X")}).then(0, undoes()).endsAs("ab/cXd/#");
+    const Story wholeLine = Story("{|ab}{|cd}#").meanwhile({deletesSlots(5, 10), types(4, "X")});
+    wholeLine.endsAs("abX/#");
+    Story(wholeLine).then(0, undoes()).endsAs({0, 1}, "abX/cd/#");
+    Story(wholeLine).then(0, undoes()).endsAs({1, 0}, "ab/cXd/#");
+}
+
 } // namespace
 
 } // namespace Zem::CollaborationSession
