@@ -90,7 +90,7 @@ using FindDead = CallableRef<boost::optional<DeadElement>(unsigned long slot)>;
 /// What comes back of `restoring`, and with it:
 ///
 ///   1. All content, and all marks: a mark is a line break.
-///   2. Tags come back where they fit. A paragraph's tag whose mark isn't part of the restoring is a line break, too.
+///   2. Tags come back where they fit.
 ///   3. Where content or a mark needs tags or marks that are dead, but not the restoring's, these come back, too, as
 ///      few as do. Of several those that were still live then, and of these the next: the last tag in front of what
 ///      needs it, the first mark behind. Where a paragraph would stay open, that is a mark. Bytes that would join a

@@ -39,7 +39,6 @@ using Cost = unsigned long;
 constexpr Cost impossible = std::numeric_limits<Cost>::max();
 constexpr Cost costOfTag = 1;
 constexpr Cost costOfAid = 100;
-constexpr Cost costOfBreak = 1'000;
 constexpr Cost costOfMark = 10'000;
 constexpr Cost costOfContent = 1'000'000;
 
@@ -51,15 +50,12 @@ struct Item
     const TextWithTombstonesElement* _elements;
     PlaceKind _kind;
     bool _isAsked = true;
-    /// A paragraph's tag whose mark lives: it stands for the line break in front of it.
-    bool _isBreak = false;
 
     Cost getCost() const
     {
         switch (_kind)
         {
         case PlaceKind::ParaTag:
-            return _isBreak ? costOfBreak : costOfTag;
         case PlaceKind::TextRunTag:
             return costOfTag;
         case PlaceKind::ParaMark:
@@ -336,7 +332,6 @@ public:
 
     FittedRestoring fit()
     {
-        countTagsWithoutMark();
         Items group;
         unsigned long gap = 0;
         const auto& nestedOperations = _restoring.getNestedOperations();
@@ -362,19 +357,6 @@ public:
     }
 
 private:
-    void countTagsWithoutMark()
-    {
-        for (const auto& nested : _restoring.getNestedOperations())
-        {
-            const auto& elements = cast<TextWithTombstonesItems>(derefPtr(nested.getData())).getCollection();
-            for (const TextWithTombstonesElement& element : elements)
-            {
-                const PlaceKind kind = getKind(element);
-                _tagsWithoutMarkCount += kind == PlaceKind::ParaTag ? 1 : kind == PlaceKind::ParaMark ? -1 : 0;
-            }
-        }
-    }
-
     unsigned long requireDead(const IndexRange<unsigned long>& range) const
     {
         const unsigned long gap = _places.getGap(range.getBegin());
@@ -385,7 +367,7 @@ private:
         return gap;
     }
 
-    void addItems(Items& items, const ListModificationOperation<RestoreTag>& nested)
+    static void addItems(Items& items, const ListModificationOperation<RestoreTag>& nested)
     {
         const auto& elements = cast<TextWithTombstonesItems>(derefPtr(nested.getData())).getCollection();
         unsigned long slot = nested.getRange().getBegin();
@@ -400,9 +382,7 @@ private:
             }
             else
             {
-                const bool isBreak = kind == PlaceKind::ParaTag && _tagsWithoutMarkCount > 0;
-                _tagsWithoutMarkCount -= isBreak ? 1 : 0;
-                items.push_back(Item{slot, 1, &element, kind, true, isBreak});
+                items.push_back(Item{slot, 1, &element, kind});
             }
             ++slot;
         }
@@ -415,7 +395,7 @@ private:
         const TextState state = getStateBehind(front._kind);
         std::vector<Supply> supplies(items.size() + 1);
         std::optional<Way> ways(std::in_place, items, supplies, state);
-        if (ways->getCost(behind._kind) >= costOfBreak)
+        if (ways->getCost(behind._kind) >= costOfMark)
         {
             findSupplies(supplies, items, gap);
             ways.emplace(items, supplies, state);
@@ -576,7 +556,7 @@ private:
 
     void leaveOut(const Item& item)
     {
-        if (item.getCost() < costOfMark)
+        if (item.getCost() == costOfTag)
         {
             _fitted._leftDead.push_back(item._slot);
             return;
@@ -601,8 +581,6 @@ private:
     TextPlaces _places;
     const TextRestoring& _restoring;
     FindDead _findDead;
-    /// How many paragraphs' tags are left whose marks aren't part of the restoring.
-    long _tagsWithoutMarkCount = 0;
     /// What comes back, ascending.
     std::vector<ElementAtSlot> _pieces;
     FittedRestoring _fitted;
