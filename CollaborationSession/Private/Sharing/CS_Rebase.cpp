@@ -134,7 +134,9 @@ void Client::Rebase::executeInstead(const Action& own, const Operation& predicte
     _client._replica.getExecutor().reverse(*cloneOperation(predicted));
     onTakenBack(predicted);
     _bridge.returnTo(std::move(before));
-    const OperationUPtr planned = _bridge.cross(*own._operation);
+    const bool isUndo = own._meaning && own._meaning->_isUndo;
+    const OperationUPtr planned =
+        _bridge.cross(*own._operation, isUndo ? Bridge::Values::Yields : Bridge::Values::LaterStands);
     _client._replica.executeAgain(happened);
     onCarriedOut(*planned, happened);
     _bridge.appendChange(*own._operation, *planned, happened);

@@ -22,14 +22,11 @@ constexpr auto documentProperties =
 
 } // namespace
 
-void DocumentPropsOperationExecutor::applyValue(const CollaborationEngine::HierarchicalOperation& operation,
-                                                bool useOldValue)
+void DocumentPropsOperationExecutor::applyValue(CollaborationEngine::HierarchicalOperation& operation, bool useOldValue)
 {
     using Adapter = GenericDocumentPropsNodeAdapter<NativeNodeAddressTag, NativeDOMNodeType, false>;
     ZEM_ASSERT(operation.getOperandType() == convertOperationNodeType(OperationDOMNodeType::DocumentProps));
-    const DOM::NativeNodeAddress address =
-        ElementPathUtils::convertNodeAddress(std::as_const(getDomAdapter()), operation.getNodeAddress());
-    const auto adapter = ElementPathUtils::createDOMNodeAdapterAs<Adapter>(getDomAdapter(), address);
+    const auto adapter = ElementPathUtils::createDOMNodeAdapterAs<Adapter>(getDomAdapter(), convertAddress(operation));
     const auto& setPropertyOperation = cast<CollaborationEngine::SetPropertyOperation>(operation);
     setProperty(documentProperties, adapter->getDocument(), setPropertyOperation.getPropertyID(),
                 chooseValue(setPropertyOperation, useOldValue), "Unrecognized PropertyIdType");

@@ -18,7 +18,7 @@ public:
     using SetPropertyOperationExecutor::SetPropertyOperationExecutor;
 
 private:
-    void applyValue(const CollaborationEngine::HierarchicalOperation& operation, bool useOldValue) override;
+    void applyValue(CollaborationEngine::HierarchicalOperation& operation, bool useOldValue) override;
 };
 
 } // namespace Zem::DOMCollaboration

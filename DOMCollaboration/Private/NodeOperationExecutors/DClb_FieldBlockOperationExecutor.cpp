@@ -13,22 +13,25 @@ namespace
 {
 
 constexpr auto fieldBlockProperties = std::make_tuple(
-    property<PropertyId::HyperlinkId>([](DOM::FieldBlock& block, const DOM::HyperlinkConstPtr& hyperlink)
+    property<PropertyId::HyperlinkId>([](const DOM::FieldBlock& block) { return block.getHyperlink(); },
+                                      [](DOM::FieldBlock& block, const DOM::HyperlinkConstPtr& hyperlink)
                                       { block.setHyperlink(hyperlink); }),
-    property<PropertyId::CommentUUIDsId>([](DOM::FieldBlock& block, const std::vector<UUID>& uuids)
+    property<PropertyId::CommentUUIDsId>([](const DOM::FieldBlock& block) { return block.getCommentUUIDs(); },
+                                         [](DOM::FieldBlock& block, const std::vector<UUID>& uuids)
                                          { block.getCommentUUIDs() = uuids; }),
-    property<PropertyId::FieldValueId>([](DOM::FieldBlock& block, const DOM::FieldBlock::FieldInfo& fieldInfo)
+    property<PropertyId::FieldValueId>([](const DOM::FieldBlock& block) { return block.getFieldInfo(); },
+                                       [](DOM::FieldBlock& block, const DOM::FieldBlock::FieldInfo& fieldInfo)
                                        { block.getFieldInfo() = fieldInfo; }));
 
 } // namespace
 
-void FieldBlockOperationExecutor::apply(const DOM::NativeNodeAddress& address, unsigned long propertyId,
-                                        const CollaborationEngine::DataValue& value)
+void FieldBlockOperationExecutor::apply(const DOM::NativeNodeAddress& address,
+                                        CollaborationEngine::SetPropertyOperation& operation, bool isReverse)
 {
     using Adapter = GenericAtomicBlockNodeAdapter<NativeNodeAddressTag, NativeDOMNodeType, DOM::FieldBlock, false>;
     const auto adapter = ElementPathUtils::createDOMNodeAdapterAs<Adapter>(getDomAdapter(), address);
-    setProperty(fieldBlockProperties, adapter->getBlock(), propertyId, value, "Unsupported property id");
-    derefPtr(lockObserver()).onFieldBlockPropsChanged(address, propertyId);
+    applySetting(fieldBlockProperties, adapter->getBlock(), operation, isReverse, "Unsupported property id");
+    derefPtr(lockObserver()).onFieldBlockPropsChanged(address, operation.getPropertyID());
 }
 
 } // namespace Zem::DOMCollaboration

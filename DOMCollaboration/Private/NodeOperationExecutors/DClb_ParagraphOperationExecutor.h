@@ -16,8 +16,8 @@ public:
     using TextNodePropertyExecutor::TextNodePropertyExecutor;
 
 private:
-    void apply(const DOM::NativeNodeAddress& address, unsigned long propertyId,
-               const CollaborationEngine::DataValue& value) override;
+    void apply(const DOM::NativeNodeAddress& address, CollaborationEngine::SetPropertyOperation& operation,
+               bool isReverse) override;
 };
 
 } // namespace Zem::DOMCollaboration

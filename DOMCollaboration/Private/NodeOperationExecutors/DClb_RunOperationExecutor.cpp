@@ -18,28 +18,39 @@ struct RunInfo
     DOM::Run& _run;
 };
 
-constexpr auto getRunStyle = [](RunInfo& target) {
+const std::vector<UUID>& getComments(const DOM::RunStyle& style)
+{
+    return style.getCommentUUIDs();
+}
+
+constexpr auto getRunStyle = [](const RunInfo& target) {
     return SharedStyleReference<DOM::RunStyle>{target._factory, target._run.getSharedStyle()};
 };
 
 /// Fails: `std::bad_cast` for a run that draws nothing.
-DOM::Frame& getFrame(RunInfo& target)
+DOM::Frame& getFrame(const RunInfo& target)
 {
     return cast<DOM::DrawingRun>(target._run).getFrame();
 }
 
 constexpr auto runProperties = std::make_tuple(
-    styleProperty<PropertyId::RunPropertyId>(getRunStyle, &DOM::RunStyle::setRunProps),
-    styleProperty<PropertyId::RunTrackedPropsId>(getRunStyle, &DOM::RunStyle::setTrackedRunProps),
-    styleProperty<PropertyId::TrackedActionId>(getRunStyle, &DOM::RunStyle::setTrackedAction),
-    styleProperty<PropertyId::ParentStyleId>(getRunStyle, &DOM::RunStyle::setParentUUID),
-    styleProperty<PropertyId::TrackedParentStyleId>(getRunStyle, &DOM::RunStyle::setTrackedParent),
-    styleProperty<PropertyId::HyperlinkId>(getRunStyle, &DOM::RunStyle::setHyperlink),
-    styleProperty<PropertyId::CommentUUIDsId>(getRunStyle, [](DOM::RunStyle& style, const std::vector<UUID>& uuids)
+    styleProperty<PropertyId::RunPropertyId>(getRunStyle, &DOM::RunStyle::getRunProps, &DOM::RunStyle::setRunProps),
+    styleProperty<PropertyId::RunTrackedPropsId>(getRunStyle, &DOM::RunStyle::getTrackedRunProps,
+                                                 &DOM::RunStyle::setTrackedRunProps),
+    styleProperty<PropertyId::TrackedActionId>(getRunStyle, &DOM::RunStyle::getTrackedAction,
+                                               &DOM::RunStyle::setTrackedAction),
+    styleProperty<PropertyId::ParentStyleId>(getRunStyle, &DOM::RunStyle::getParentUUID, &DOM::RunStyle::setParentUUID),
+    styleProperty<PropertyId::TrackedParentStyleId>(getRunStyle, &DOM::RunStyle::getTrackedParent,
+                                                    &DOM::RunStyle::setTrackedParent),
+    styleProperty<PropertyId::HyperlinkId>(getRunStyle, &DOM::RunStyle::getHyperlink, &DOM::RunStyle::setHyperlink),
+    styleProperty<PropertyId::CommentUUIDsId>(getRunStyle, &getComments,
+                                              [](DOM::RunStyle& style, const std::vector<UUID>& uuids)
                                               { style.getCommentUUIDs() = uuids; }),
-    property<PropertyId::ExtentId>([](RunInfo& target, const boost::optional<Size2D<float>>& extent)
+    property<PropertyId::ExtentId>([](const RunInfo& target) { return getFrame(target).getExtent(); },
+                                   [](RunInfo& target, const boost::optional<Size2D<float>>& extent)
                                    { getFrame(target).setExtent(extent); }),
-    property<PropertyId::AnchorId>([](RunInfo& target, const DOM::Anchor& anchor)
+    property<PropertyId::AnchorId>([](const RunInfo& target) { return getFrame(target).getAnchor(); },
+                                   [](RunInfo& target, const DOM::Anchor& anchor)
                                    { getFrame(target).setAnchor(anchor); }));
 
 RunInfo getRunInfo(DocumentAdapterWithNodeAdapter& dom, const DOM::NativeNodeAddress& address)
@@ -55,12 +66,12 @@ RunInfo getRunInfo(DocumentAdapterWithNodeAdapter& dom, const DOM::NativeNodeAdd
 
 } // namespace
 
-void RunOperationExecutor::apply(const DOM::NativeNodeAddress& address, unsigned long propertyId,
-                                 const CollaborationEngine::DataValue& value)
+void RunOperationExecutor::apply(const DOM::NativeNodeAddress& address,
+                                 CollaborationEngine::SetPropertyOperation& operation, bool isReverse)
 {
     RunInfo runInfo = getRunInfo(getDomAdapter(), address);
-    setProperty(runProperties, runInfo, propertyId, value, "Unrecognized PropertyIdType");
-    derefPtr(lockObserver()).onRunPropsChanged(address, propertyId);
+    applySetting(runProperties, runInfo, operation, isReverse, "Unrecognized PropertyIdType");
+    derefPtr(lockObserver()).onRunPropsChanged(address, operation.getPropertyID());
 }
 
 } // namespace Zem::DOMCollaboration

@@ -13,17 +13,18 @@ namespace
 {
 
 constexpr auto sectionProperties = std::make_tuple(property<PropertyId::SectionPropsId>(
+    [](const DOM::SectionTag& tag) { return tag.getSectionProps(); },
     [](DOM::SectionTag& tag, const DOM::SectionProps& props) { tag.getSectionProps() = props; }));
 
 } // namespace
 
-void SectionPropsOperationExecutor::apply(const DOM::NativeNodeAddress& address, unsigned long propertyId,
-                                          const CollaborationEngine::DataValue& value)
+void SectionPropsOperationExecutor::apply(const DOM::NativeNodeAddress& address,
+                                          CollaborationEngine::SetPropertyOperation& operation, bool isReverse)
 {
     using Adapter = GenericSectionTagNodeAdapter<NativeNodeAddressTag, NativeDOMNodeType, false>;
     const auto adapter = ElementPathUtils::createDOMNodeAdapterAs<Adapter>(getDomAdapter(), address);
-    setProperty(sectionProperties, adapter->getSectionTag(), propertyId, value, "Unrecognized PropertyIdType");
-    derefPtr(lockObserver()).onSectionPropsChanged(address, propertyId);
+    applySetting(sectionProperties, adapter->getSectionTag(), operation, isReverse, "Unrecognized PropertyIdType");
+    derefPtr(lockObserver()).onSectionPropsChanged(address, operation.getPropertyID());
 }
 
 } // namespace Zem::DOMCollaboration

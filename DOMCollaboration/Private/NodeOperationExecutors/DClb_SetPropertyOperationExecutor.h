@@ -53,6 +53,11 @@ protected:
         return _observer.lock();
     }
 
+    DOM::NativeNodeAddress convertAddress(const CollaborationEngine::HierarchicalOperation& operation) const
+    {
+        return ElementPathUtils::convertNodeAddress(this->getDomAdapter(), operation.getNodeAddress());
+    }
+
     static const CollaborationEngine::DataValue& chooseValue(const CollaborationEngine::SetPropertyOperation& operation,
                                                              bool useOldValue)
     {
@@ -60,8 +65,8 @@ protected:
     }
 
 private:
-    /// Sets the old or the new value, and tells the observer.
-    virtual void applyValue(const CollaborationEngine::HierarchicalOperation& operation, bool useOldValue) = 0;
+    /// Sets the old or the new value, and tells the observer. May leave in the operation what was replaced.
+    virtual void applyValue(CollaborationEngine::HierarchicalOperation& operation, bool useOldValue) = 0;
 
     std::weak_ptr<Observer> _observer;
 };
@@ -76,18 +81,16 @@ public:
     using SetPropertyOperationExecutor<nodeType, Observer>::SetPropertyOperationExecutor;
 
 private:
-    /// Sets the value on the node at `address`, and tells the observer.
-    virtual void apply(const DOM::NativeNodeAddress& address, unsigned long propertyId,
-                       const CollaborationEngine::DataValue& value) = 0;
+    /// Carries the operation out on the node at `address` or, if `isReverse`, takes it back, and tells the observer.
+    virtual void apply(const DOM::NativeNodeAddress& address, CollaborationEngine::SetPropertyOperation& operation,
+                       bool isReverse) = 0;
 
-    void applyValue(const CollaborationEngine::HierarchicalOperation& operation, bool useOldValue) final
+    void applyValue(CollaborationEngine::HierarchicalOperation& operation, bool useOldValue) final
     {
         this->requireOwnOperandType(operation);
-        const auto* setPropsOperation = cast<CollaborationEngine::SetPropertyOperation>(&operation);
+        auto* setPropsOperation = cast<CollaborationEngine::SetPropertyOperation>(&operation);
         ZEM_ASSERT(setPropsOperation);
-        const DOM::NativeNodeAddress address =
-            ElementPathUtils::convertNodeAddress(std::as_const(this->getDomAdapter()), operation.getNodeAddress());
-        apply(address, setPropsOperation->getPropertyID(), this->chooseValue(*setPropsOperation, useOldValue));
+        apply(this->convertAddress(operation), *setPropsOperation, useOldValue);
     }
 };
 
