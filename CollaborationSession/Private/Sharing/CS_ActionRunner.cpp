@@ -4,6 +4,7 @@
 #include "Editing/CS_Stretch.h"
 #include "Editing/CS_TextInDocument.h"
 #include "Sharing/CS_DeadElements.h"
+#include "Sharing/CS_DescribeException.h"
 #include "Sharing/CS_ExecuteStably.h"
 #include "Sharing/CS_Looks.h"
 #include "Sharing/CS_MissingStructure.h"
@@ -20,6 +21,7 @@
 #include <algorithm>
 #include <exception>
 #include <iterator>
+#include <numeric>
 #include <utility>
 
 namespace Zem::CollaborationSession
@@ -49,6 +51,30 @@ bool isInRemoved(const Operation& operation)
         },
         [](const EmptyOperation&) { return false; },
         [](const ShadowedOperation& shadowed) { return !shadowed.getShadows()._deadPlaces.empty(); });
+}
+
+/// How many ranges are brought past each step of a bridge, and what else each operation costs there.
+unsigned long countRanges(const Operation& operation)
+{
+    constexpr unsigned long ofEachOperation = 16;
+    return visitWith<unsigned long>(
+        operation,
+        [](const AtomicOperation& atomic)
+        {
+            const auto* onRanges = cast<ListMultirangeOperation>(&atomic);
+            return ofEachOperation +
+                   (onRanges ? visitWith<unsigned long>(*onRanges, [](const auto& ranges)
+                                                        { return ranges.getNestedOperations().size(); })
+                             : 0);
+        },
+        [](const CompositeOperation& composite)
+        {
+            return std::accumulate(composite.getParts().begin(), composite.getParts().end(), ofEachOperation,
+                                   [](unsigned long count, const OperationUPtr& part)
+                                   { return count + countRanges(*part); });
+        },
+        [](const EmptyOperation&) { return ofEachOperation; },
+        [](const ShadowedOperation& shadowed) { return ofEachOperation + countRanges(shadowed.getOriginal()); });
 }
 
 /// What fits, or `planned` if that does; an empty operation if nothing is left to do.
@@ -113,6 +139,7 @@ ActionRunner::ActionRunner(Replica& replica, Bridge& bridge, Statistics& statist
     , _bridge(bridge)
     , _statistics(statistics)
     , _host(host)
+    , _executor(replica.getExecutor(), *replica.getAdapter())
 {
 }
 
@@ -126,15 +153,10 @@ ActionRunner::Outcome ActionRunner::run(const Action& action)
         before = _bridge.getMark();
     }
     runParts(*action._operation);
-    std::vector<LookSetting> painted = _meaning->_looks;
-    if (_hasMet)
-    {
-        paintLooksOfOthers();
-        painted = paintMeaning();
-    }
+    std::vector<LookSetting> painted = _hasMet ? paintAll() : _meaning->_looks;
     if (before && _refusal)
     {
-        takeBackAll();
+        restore(0);
         painted.clear();
         _bridge.returnTo(std::move(*before));
         _bridge.leaveOut(*action._operation);
@@ -191,6 +213,12 @@ void ActionRunner::runParts(const Operation& operation)
 
 void ActionRunner::runPart(const Operation& part)
 {
+    if (!_host.mayTry(_bridge.getStepsCount() * countRanges(part)))
+    {
+        // Nothing is tried any more, so nothing has to be brought past it.
+        refuse(RefusalReason::HasNoPlace, "What came with it was too much to try, or to bring past what others did.");
+        return;
+    }
     OperationUPtr planned = place(part);
     if (!planned || cast<EmptyOperation>(planned.get()))
     {
@@ -234,21 +262,31 @@ bool ActionRunner::isPainted(const Operation& planned) const
 void ActionRunner::carryOut(const Operation& part, OperationUPtr planned)
 {
     const std::size_t doneBefore = _done.size();
+    const std::size_t misfitsBefore = _executor.getMisfits().size();
     try
     {
         const Stopwatch stopwatch(_statistics._executingTime);
         carryOutFitted(*planned, part);
     }
-    catch (const std::exception& error)
+    catch (...)
     {
-        refuse(RefusalReason::FitsNoDocument, error.what());
-        forget(doneBefore);
-        _host.restore(_done);
+        refuse(RefusalReason::FitsNoDocument, describeCurrentException());
+        restore(doneBefore);
         _bridge.refuse(part);
         return;
     }
     const OperationUPtr happened = joinDone(doneBefore);
-    if (cast<EmptyOperation>(happened.get()))
+    const bool happensNothing = cast<EmptyOperation>(happened.get()) != nullptr;
+    if (_executor.getMisfits().size() > misfitsBefore)
+    {
+        refuse(RefusalReason::FitsNoDocument, describe(_executor.getMisfits()[misfitsBefore]));
+        if (happensNothing)
+        {
+            _bridge.refuse(part);
+            return;
+        }
+    }
+    else if (happensNothing)
     {
         refuse(RefusalReason::NotTaken, "The document doesn't take it.");
     }
@@ -262,7 +300,7 @@ void ActionRunner::carryOut(const Operation& part, OperationUPtr planned)
 void ActionRunner::execute(OperationUPtr planned)
 {
     OperationUPtr changed;
-    const bool isChanged = executeStably(_replica.getExecutor(), *planned, changed);
+    const bool isChanged = executeStably(_executor, *planned, changed);
     OperationUPtr& happened = isChanged ? changed : planned;
     if (cast<EmptyOperation>(happened.get()))
     {
@@ -293,13 +331,17 @@ void ActionRunner::forget(std::size_t doneCount)
     }
 }
 
-void ActionRunner::takeBackAll()
+void ActionRunner::giveUp()
 {
-    for (auto operation = _done.rbegin(); operation != _done.rend(); ++operation)
-    {
-        _replica.getExecutor().reverse(*cloneOperation(**operation));
-    }
-    forget(0);
+    restore(0);
+}
+
+/// The document is made again. It isn't taken back by what happened: of a setting that tells what its author says that
+/// the value was.
+void ActionRunner::restore(std::size_t doneCount)
+{
+    forget(doneCount);
+    _host.restore(_done);
 }
 
 /// The first reason is the one that its author is told.
@@ -500,6 +542,31 @@ boost::optional<DeadElement> ActionRunner::findDead(const OperationNodeAddress& 
     }
     _host.forEachBefore([&](const Operation& operation) { return search.pass(operation); });
     return search.getElement();
+}
+
+/// Paints what others painted, and what the action means, on the text as it stands; gives what it means behind that. If
+/// that fails, nothing is painted.
+std::vector<LookSetting> ActionRunner::paintAll()
+{
+    if (_meaning->_looks.empty() && _bridge.getLooks().empty())
+    {
+        return {};
+    }
+    Bridge::Mark before = _bridge.getMark();
+    const std::size_t doneBefore = _done.size();
+    try
+    {
+        const Stopwatch stopwatch(_statistics._executingTime);
+        paintLooksOfOthers();
+        return paintMeaning();
+    }
+    catch (...)
+    {
+        refuse(RefusalReason::FitsNoDocument, describeCurrentException());
+        restore(doneBefore);
+        _bridge.returnTo(std::move(before));
+        return {};
+    }
 }
 
 /// What others painted at the same moment holds on all that has come into it, or was joined with it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Sharing/CS_Admission.h"
 #include "Sharing/CS_Bridge.h"
 #include "Sharing/CS_FitIntoText.h"
 #include "Sharing/CS_Replica.h"
@@ -42,6 +43,13 @@ public:
         /// behind `done`, what has happened of that.
         virtual void restore(std::span<const OperationPtr> done) = 0;
 
+        /// Whether another operation is tried, which is to be brought past so many ranges. If not, none that follows
+        /// is either.
+        virtual bool mayTry(unsigned long)
+        {
+            return true;
+        }
+
         /// Passes what happened before the action, from the newest to the oldest that is known, until `pass` is false.
         virtual void forEachBefore(CallableRef<bool(const CollaborationEngine::Operation&)> pass) const = 0;
     };
@@ -60,7 +68,14 @@ public:
     /// Runs `action`, made in the state in which the bridge begins; the bridge then begins behind it. What can't happen
     /// is left out; of an action that is all or nothing all is.
     /// Cost: that of `Bridge::cross` and of the execution of its operations, and of the walk to each place that met.
+    ///
+    /// What an executor or an observer throws is a failure of the operation that is carried out; of one that failed
+    /// nothing happens. Fails: as the host, and if the bridge can't follow what became of an operation; `giveUp` is to
+    /// be called then.
     Outcome run(const Action& action);
+
+    /// Takes back what was carried out of an action of which `run` has failed.
+    void giveUp();
 
     /// Lets the next action be fitted into the document as it stands even if the bridge is clear. An undo is made out
     /// of what is remembered, and not for the text as it is.
@@ -92,10 +107,11 @@ private:
     void execute(OperationUPtr planned);
     OperationUPtr joinDone(std::size_t begin) const;
     void forget(std::size_t doneCount);
-    void takeBackAll();
+    void restore(std::size_t doneCount);
+    std::vector<LookSetting> paintAll();
+    void paintLooksOfOthers();
     std::vector<LookSetting> paintMeaning();
     std::vector<LookSetting> paint(std::vector<LookSetting> looks);
-    void paintLooksOfOthers();
     bool changesStructureOf(const CollaborationEngine::OperationNodeAddress& text) const;
     void refuse(RefusalReason reason, const std::string& sentence);
     OperationPtr makeOperation(const Action& action) const;
@@ -105,6 +121,8 @@ private:
     Bridge& _bridge;
     Statistics& _statistics;
     Host& _host;
+    /// Leaves out what doesn't fit the document as it stands.
+    AdmittingExecutor _executor;
     const Meaning* _meaning = nullptr;
     /// Whether operations of others have come in since the action was made.
     bool _hasMet = false;

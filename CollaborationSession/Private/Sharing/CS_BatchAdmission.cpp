@@ -1,4 +1,6 @@
 #include "Sharing/CS_Admission.h"
+
+#include "Editing/CS_Stretch.h"
 #include "Sharing/CS_ContentAdmission.h"
 #include "Sharing/CS_OperandTypes.h"
 
@@ -69,6 +71,66 @@ bool isRestoring(const HierarchicalOperation& operation)
            cast<MapInsertOrRemoveOperation<MapInsertTag>>(&operation);
 }
 
+/// What the parts of a unit restore, one behind the other. What comes back brings along what others did in it.
+class RestoredPlaces
+{
+public:
+    void add(const Operation& part)
+    {
+        const HierarchicalOperation* onNode = findOnNode(part);
+        const auto* restoring = onNode ? cast<ListMultirangeOperationImpl<Restore>>(onNode) : nullptr;
+        if (restoring)
+        {
+            for (const Restore& range : restoring->getNestedOperations())
+            {
+                _ranges.push_back({restoring->getNodeAddress(), range.getRange()});
+            }
+        }
+    }
+
+    /// Whether a part lies in something that is restored; all of its own parts, if it is a unit. It is paid for.
+    bool contain(const Operation& part, Allowance& allowance) const
+    {
+        if (const auto* composite = cast<CompositeOperation>(&part))
+        {
+            return std::all_of(composite->getParts().begin(), composite->getParts().end(),
+                               [&](const OperationUPtr& own) { return own && contain(*own, allowance); });
+        }
+        allowance.spend(_ranges.size());
+        const HierarchicalOperation* onNode = findOnNode(part);
+        return onNode && std::any_of(_ranges.begin(), _ranges.end(), [&](const RestoredRange& range)
+                                     { return range.contains(onNode->getNodeAddress()); });
+    }
+
+private:
+    using Restore = ListModificationOperation<RestoreTag>;
+
+    struct RestoredRange
+    {
+        OperationNodeAddress _list;
+        IndexRange<unsigned long> _slots;
+
+        bool contains(const OperationNodeAddress& address) const
+        {
+            const std::size_t depth = _list.getSize();
+            const auto* step = address.getSize() > depth
+                                   ? boost::get<NodeAddressing::AddressInList>(&address.getItem(depth))
+                                   : nullptr;
+            return step && _slots.getBegin() <= step->getIndex() && step->getIndex() < _slots.getEnd() &&
+                   std::equal(_list.getItems().begin(), _list.getItems().end(), address.getItems().begin());
+        }
+    };
+
+    static const HierarchicalOperation* findOnNode(const Operation& part)
+    {
+        const auto* shadowed = cast<ShadowedOperation>(&part);
+        const auto* atomic = shadowed ? &shadowed->getOriginal() : cast<AtomicOperation>(&part);
+        return atomic ? atomic->getIfHierarchical() : nullptr;
+    }
+
+    std::vector<RestoredRange> _ranges;
+};
+
 /// Whether a shadow can lie on the step of an address.
 bool fits(DeadPlace::Kind kind, const OperationNodeAddress::Chunk& chunk)
 {
@@ -99,6 +161,7 @@ public:
     }
 
     void requireWellFormed(const Operation& operation, bool mayBeForeign);
+    void requireWellFormed(const Meaning& meaning);
     void requireWellFormed(const Selection& selection);
 
     unsigned long getSlotsBound() const
@@ -112,6 +175,7 @@ private:
 
     void requireNext(const Operation& operation, const Surroundings& surroundings, Pending& pending);
     void requireComposite(const CompositeOperation& composite, const Surroundings& surroundings, Pending& pending);
+    void requireLook(const LookSetting& look);
     void requireShadowed(const ShadowedOperation& shadowed, Surroundings surroundings);
     void requireShadows(const Shadows& shadows, const HierarchicalOperation& operation);
     void requireAtomic(const AtomicOperation& operation, const Surroundings& surroundings);
@@ -191,14 +255,21 @@ void BatchAdmission::Impl::requireComposite(const CompositeOperation& composite,
     Surroundings inside = surroundings;
     ++inside._depth;
     inside._isInUnit = composite.bringsShadowedAlong();
-    for (std::size_t index = parts.size(); index-- > 0;)
+    const std::size_t firstPending = pending.size();
+    RestoredPlaces restored;
+    for (const OperationUPtr& part : parts)
     {
-        requireSound(static_cast<bool>(parts[index]), OperationFault::MissingPart);
+        requireSound(static_cast<bool>(part), OperationFault::MissingPart);
         Surroundings ofPart = inside;
-        // What a restoring brings along is somebody else's, and can be all that is left of it.
-        ofPart._mayBeForeign = true;
-        pending.emplace_back(parts[index].get(), ofPart);
+        ofPart._mayBeForeign = inside._mayBeForeign || (inside._isInUnit && restored.contain(*part, _budget._namedSlots));
+        pending.emplace_back(part.get(), ofPart);
+        if (inside._isInUnit)
+        {
+            restored.add(*part);
+        }
     }
+    // The first one is looked at first.
+    std::reverse(pending.begin() + static_cast<std::ptrdiff_t>(firstPending), pending.end());
     if (change.isKnown())
     {
         Surroundings ofChange;
@@ -552,6 +623,32 @@ void BatchAdmission::Impl::raiseBound(unsigned long elementsLeftBefore)
     _slotsBound += std::min(count, _limits._slots - _slotsBound);
 }
 
+void BatchAdmission::Impl::requireWellFormed(const Meaning& meaning)
+{
+    _budget._operations.spend(meaning._looks.size());
+    _content.requireLook(meaning._typedLook);
+    for (const LookSetting& look : meaning._looks)
+    {
+        requireLook(look);
+    }
+}
+
+void BatchAdmission::Impl::requireLook(const LookSetting& look)
+{
+    requireWellFormed(look._stretch);
+    const std::optional<StretchInText> stretch = findStretchInText(look._stretch);
+    requireSound(stretch && stretch->_firstSlot <= stretch->_lastSlot, OperationFault::NoStretchOfText);
+    _budget._namedSlots.spend(stretch->_lastSlot - stretch->_firstSlot + 1);
+    const bool isOfRuns = look._target == LookTarget::Runs;
+    requireSound(isOfRuns || look._target == LookTarget::Paragraphs, OperationFault::InvalidEnumerator);
+    const auto type = findOperandType(
+        convertOperationNodeType(isOfRuns ? OperationDOMNodeType::Run : OperationDOMNodeType::ParagraphTag));
+    const PropertyId property = look._change.getPropertyId();
+    const bool isItsOwn = std::find(type->_properties.begin(), type->_properties.end(), property) != type->_properties.end();
+    requireSound(isItsOwn, OperationFault::UnknownProperty);
+    _content.requireProperty(convertPropertyId(property), look._change.getValue().get());
+}
+
 void BatchAdmission::Impl::requireWellFormed(const Selection& selection)
 {
     const SelectionMode mode = selection.getSelectionMode();
@@ -588,6 +685,11 @@ BatchAdmission::~BatchAdmission() = default;
 void BatchAdmission::requireWellFormed(const Operation& operation, bool mayBeForeign)
 {
     _impl->requireWellFormed(operation, mayBeForeign);
+}
+
+void BatchAdmission::requireWellFormed(const Meaning& meaning)
+{
+    _impl->requireWellFormed(meaning);
 }
 
 void BatchAdmission::requireWellFormed(const Selection& selection)

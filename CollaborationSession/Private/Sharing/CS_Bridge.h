@@ -87,6 +87,12 @@ public:
         return _passed.empty() && _typing.isEmpty();
     }
 
+    /// What something has to cross. Typing stands for two steps at most.
+    std::size_t getStepsCount() const
+    {
+        return _passed.size() + (_typing.isEmpty() ? 0 : 2);
+    }
+
     /// What stands here, to return to when an action is to be left out as a whole.
     class Mark
     {

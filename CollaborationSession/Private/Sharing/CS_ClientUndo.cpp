@@ -9,6 +9,8 @@
 #include "Sharing/CS_MoveSelections.h"
 #include "Sharing/CS_UndoLog.h"
 
+#include "CE_AfterDocumentActionSignal.h"
+
 #include "Util_Cast.h"
 
 #include <algorithm>
@@ -128,6 +130,15 @@ bool Client::undo(OwnAction& undone)
     if (cast<EmptyOperation>(outcome._happened._operation.get()))
     {
         return false;
+    }
+    try
+    {
+        _replica.getExecutor().getAfterDocumentActionSignal()();
+    }
+    catch (...)
+    {
+        restoreDocument();
+        throw;
     }
     OperationUPtr happened = cloneOperation(*outcome._happened._operation);
     happened->setIDIfNeeded(_nextOperationID);

@@ -4,12 +4,15 @@
 
 #include <algorithm>
 #include <iterator>
+#include <type_traits>
+#include <utility>
 
 namespace Zem::CollaborationSession
 {
 
 using namespace CollaborationEngine;
 using DOMCollaboration::TextWithTombstonesElement;
+using DOMCollaboration::TextWithTombstonesElementVector;
 using DOMCollaboration::TextWithTombstonesItems;
 
 namespace
@@ -17,7 +20,7 @@ namespace
 
 /// The bytes that a range carries; null if there is anything else among them, or if they aren't known.
 template<class Nested>
-const DOMCollaboration::TextWithTombstonesElementVector* findBytes(const Nested& nested)
+const TextWithTombstonesElementVector* findBytes(const Nested& nested)
 {
     const auto* items = nested.getData() ? cast<TextWithTombstonesItems>(nested.getData().get()) : nullptr;
     if (!items || items->getCollection().size() != nested.getRange().getCount())
@@ -29,32 +32,36 @@ const DOMCollaboration::TextWithTombstonesElementVector* findBytes(const Nested&
     return std::all_of(elements.begin(), elements.end(), isByte) ? &elements : nullptr;
 }
 
-template<class Nested, class Ranges>
-OperationUPtr makeOperation(const HierarchicalOperation& model, const Operation* first, const Ranges& ranges)
+template<class Ranges>
+bool haveBytes(const Ranges* operation)
 {
-    std::vector<Nested> nestedOperations;
-    nestedOperations.reserve(ranges.size());
-    for (auto range = ranges.rbegin(); range != ranges.rend(); ++range)
-    {
-        nestedOperations.emplace_back(model.getNodeAddress(), model.getOperandType(),
-                                      makeSharedConst<TextWithTombstonesItems>(range->_bytes),
-                                      IndexRange<unsigned long>::fromCount(range->_begin, range->_bytes.size()));
-    }
-    auto operation = std::make_unique<ListMultirangeOperationImpl<Nested>>(std::move(nestedOperations));
-    operation->inheritIDIfPossibleImpl(*first);
-    return operation;
+    return operation &&
+           std::all_of(operation->getNestedOperations().begin(), operation->getNestedOperations().end(),
+                       [](const auto& nested) { return findBytes(nested) != nullptr; });
+}
+
+template<class Nested>
+const TextWithTombstonesElementVector& getBytes(const Nested& nested)
+{
+    return cast<TextWithTombstonesItems>(*nested.getData()).getCollection();
+}
+
+template<class Nested>
+unsigned long getBegin(const Nested& nested)
+{
+    return nested.getRange().getBegin();
 }
 
 } // namespace
 
 bool ComposedTyping::takeIn(const Operation& operation)
 {
-    if (const auto* insertion = cast<ListMultirangeOperationImpl<Insert>>(&operation))
+    if (!fits(operation, _node))
     {
-        return takeInRanges(*insertion);
+        return false;
     }
-    const auto* marking = cast<ListMultirangeOperationImpl<Mark>>(&operation);
-    return marking && takeInRanges(*marking);
+    takeInFitting(operation);
+    return true;
 }
 
 bool ComposedTyping::takeInAll(const Operation& operation)
@@ -64,54 +71,114 @@ bool ComposedTyping::takeInAll(const Operation& operation)
     {
         return takeIn(operation);
     }
-    // Where not all of it fits, what was taken in is dropped with the copy.
-    ComposedTyping all = *this;
     const auto& parts = composite->getParts();
+    std::optional<Node> node = _node;
     const bool isWhole =
         composite->getKind() == CompositeKind::Plain &&
-        std::all_of(parts.begin(), parts.end(), [&](const OperationUPtr& part) { return all.takeIn(*part); });
+        std::all_of(parts.begin(), parts.end(), [&](const OperationUPtr& part) { return fits(*part, node); });
     if (isWhole)
     {
-        *this = std::move(all);
+        _node = std::move(node);
+        for (const OperationUPtr& part : parts)
+        {
+            takeInFitting(*part);
+        }
     }
     return isWhole;
 }
 
-template<class Nested>
-bool ComposedTyping::takeInRanges(const ListMultirangeOperationImpl<Nested>& operation)
+/// Whether an operation brings or removes bytes alone, on `node`; if there is none yet, its own becomes that.
+bool ComposedTyping::fits(const Operation& operation, std::optional<Node>& node)
 {
-    if (_model && !(_model->getOperandType() == operation.getOperandType() &&
-                    _model->getNodeAddress() == operation.getNodeAddress()))
+    if (!haveBytes(cast<Insertion>(&operation)) && !haveBytes(cast<Marking>(&operation)))
     {
         return false;
     }
-    const auto& nestedOperations = operation.getNestedOperations();
-    if (!std::all_of(nestedOperations.begin(), nestedOperations.end(), &findBytes<Nested>))
+    const auto& onNode = cast<HierarchicalOperation>(operation);
+    if (!node)
     {
-        return false;
+        node = Node{onNode.getNodeAddress(), onNode.getOperandType()};
+        return true;
     }
-    if (!_model)
-    {
-        _model = std::make_shared<ListMultirangeOperationImpl<Nested>>(operation);
-    }
-    // From the highest to the lowest, none of the ranges that follow moves.
-    for (const Nested& nested : nestedOperations)
-    {
-        takeIn(nested);
-    }
-    auto& first = std::is_same_v<Nested, Insert> ? _firstInsertion : _firstMarking;
-    if (!first)
-    {
-        first = cloneOperation(operation);
-    }
-    return true;
+    return node->_type == onNode.getOperandType() && node->_address == onNode.getNodeAddress();
 }
 
-void ComposedTyping::takeIn(const Insert& insertion)
+void ComposedTyping::takeInFitting(const Operation& operation)
 {
-    const unsigned long gap = insertion.getRange().getBegin();
-    const Bytes& bytes = *findBytes(insertion);
-    makeRoomInMarked(gap, bytes.size());
+    std::optional<First>* first = &_firstMarking;
+    if (const auto* insertion = cast<Insertion>(&operation))
+    {
+        makeRoomInMarked(insertion->getNestedOperations());
+        takeInInsertions(insertion->getNestedOperations());
+        first = &_firstInsertion;
+    }
+    else
+    {
+        // From the highest to the lowest, as they are executed.
+        for (const Mark& marking : cast<Marking>(operation).getNestedOperations())
+        {
+            takeInMarking(marking);
+        }
+    }
+    if (!*first)
+    {
+        *first = First{operation.getID()};
+    }
+}
+
+void ComposedTyping::takeInInsertions(const std::vector<Insert>& insertions)
+{
+    if (insertions.size() == 1)
+    {
+        takeInInsertion(insertions.front());
+        return;
+    }
+    // Both are gone through once, from the lowest to the highest.
+    std::vector<Range> merged;
+    merged.reserve(_inserted.size() + insertions.size());
+    unsigned long insertedInFront = 0;
+    auto insertion = insertions.rbegin();
+    const auto takeNewOnesBefore = [&](unsigned long end)
+    {
+        for (; insertion != insertions.rend() && getBegin(*insertion) < end; ++insertion)
+        {
+            const unsigned long begin = getBegin(*insertion) - insertedInFront;
+            if (merged.empty() || merged.back()._begin != begin)
+            {
+                merged.push_back({begin, {}});
+            }
+            append(getBytes(*insertion), 0, getBytes(*insertion).size(), merged.back()._bytes);
+        }
+    };
+    for (Range& range : _inserted)
+    {
+        const unsigned long begin = range._begin + insertedInFront;
+        takeNewOnesBefore(begin);
+        insertedInFront += range._bytes.size();
+        merged.push_back({range._begin, {}});
+        std::size_t taken = 0;
+        for (; insertion != insertions.rend() && getBegin(*insertion) <= begin + range._bytes.size(); ++insertion)
+        {
+            append(range._bytes, taken, getBegin(*insertion) - begin, merged.back()._bytes);
+            append(getBytes(*insertion), 0, getBytes(*insertion).size(), merged.back()._bytes);
+            taken = getBegin(*insertion) - begin;
+        }
+        append(range._bytes, taken, range._bytes.size(), merged.back()._bytes);
+    }
+    takeNewOnesBefore(~0ul);
+    _inserted = std::move(merged);
+}
+
+void ComposedTyping::append(const Bytes& bytes, std::size_t begin, std::size_t end, Bytes& target)
+{
+    target.insert(target.end(), bytes.begin() + static_cast<std::ptrdiff_t>(begin),
+                  bytes.begin() + static_cast<std::ptrdiff_t>(end));
+}
+
+void ComposedTyping::takeInInsertion(const Insert& insertion)
+{
+    const unsigned long gap = getBegin(insertion);
+    const Bytes& bytes = getBytes(insertion);
     unsigned long insertedInFront = 0;
     auto range = _inserted.begin();
     for (; range != _inserted.end(); ++range)
@@ -133,40 +200,72 @@ void ComposedTyping::takeIn(const Insert& insertion)
 }
 
 /// What is marked behind a gap moves, and a range around it is parted.
-void ComposedTyping::makeRoomInMarked(unsigned long gap, unsigned long count)
+void ComposedTyping::makeRoomInMarked(const std::vector<Insert>& insertions)
 {
-    for (auto range = _marked.end(); range != _marked.begin();)
+    const unsigned long lowest = getBegin(insertions.back());
+    auto tail = _marked.lower_bound(lowest);
+    if (tail != _marked.begin() && std::prev(tail)->first + std::prev(tail)->second.size() > lowest)
     {
-        --range;
-        if (range->_begin >= gap)
+        --tail;
+    }
+    Marked moved;
+    moved.insert(std::make_move_iterator(tail), std::make_move_iterator(_marked.end()));
+    _marked.erase(tail, _marked.end());
+    unsigned long insertedInFront = 0;
+    auto insertion = insertions.rbegin();
+    for (auto& [first, bytes] : moved)
+    {
+        std::size_t taken = 0;
+        for (; insertion != insertions.rend() && getBegin(*insertion) < first + bytes.size(); ++insertion)
         {
-            range->_begin += count;
-            continue;
+            const std::size_t parted = getBegin(*insertion) - std::min(getBegin(*insertion), first);
+            if (parted > taken)
+            {
+                append(bytes, taken, parted, _marked[first + taken + insertedInFront]);
+                taken = parted;
+            }
+            insertedInFront += getBytes(*insertion).size();
         }
-        if (range->_begin + range->_bytes.size() > gap)
+        const unsigned long begin = first + taken + insertedInFront;
+        if (taken > 0)
         {
-            const auto split = range->_bytes.begin() + static_cast<std::ptrdiff_t>(gap - range->_begin);
-            Range behind{gap + count, Bytes(split, range->_bytes.end())};
-            range->_bytes.erase(split, range->_bytes.end());
-            _marked.insert(range + 1, std::move(behind));
+            bytes.erase(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(taken));
         }
-        return;
+        _marked.emplace_hint(_marked.end(), begin, std::move(bytes));
     }
 }
 
-void ComposedTyping::takeIn(const Mark& marking)
+void ComposedTyping::takeInMarking(const Mark& marking)
 {
-    const unsigned long begin = marking.getRange().getBegin();
-    const Bytes& bytes = *findBytes(marking);
-    const auto next = std::lower_bound(_marked.begin(), _marked.end(), begin,
-                                       [](const Range& range, unsigned long slot) { return range._begin < slot; });
-    if (next != _marked.begin() && (next - 1)->_begin + (next - 1)->_bytes.size() == begin)
+    const unsigned long begin = getBegin(marking);
+    const Bytes& bytes = getBytes(marking);
+    const auto next = _marked.lower_bound(begin);
+    if (next != _marked.begin() && std::prev(next)->first + std::prev(next)->second.size() == begin)
     {
-        Bytes& previous = (next - 1)->_bytes;
-        previous.insert(previous.end(), bytes.begin(), bytes.end());
+        append(bytes, 0, bytes.size(), std::prev(next)->second);
         return;
     }
-    _marked.insert(next, Range{begin, bytes});
+    _marked.emplace_hint(next, begin, bytes);
+}
+
+template<class Nested>
+OperationUPtr ComposedTyping::makeOperation(std::vector<Nested> ranges, const First& first)
+{
+    std::reverse(ranges.begin(), ranges.end());
+    auto operation = std::make_unique<ListMultirangeOperationImpl<Nested>>(std::move(ranges));
+    if (first._id)
+    {
+        Operation::Id id = *first._id;
+        operation->setIDIfNeeded(id);
+    }
+    return operation;
+}
+
+template<class Nested>
+Nested ComposedTyping::makeRange(unsigned long begin, const Bytes& bytes) const
+{
+    return Nested(_node->_address, _node->_type, makeSharedConst<TextWithTombstonesItems>(bytes),
+                  IndexRange<unsigned long>::fromCount(begin, bytes.size()));
 }
 
 std::vector<OperationUPtr> ComposedTyping::makeOperations() const
@@ -174,11 +273,23 @@ std::vector<OperationUPtr> ComposedTyping::makeOperations() const
     std::vector<OperationUPtr> operations;
     if (_firstInsertion)
     {
-        operations.push_back(makeOperation<Insert>(*_model, _firstInsertion.get(), _inserted));
+        std::vector<Insert> ranges;
+        ranges.reserve(_inserted.size());
+        for (const Range& range : _inserted)
+        {
+            ranges.push_back(makeRange<Insert>(range._begin, range._bytes));
+        }
+        operations.push_back(makeOperation(std::move(ranges), *_firstInsertion));
     }
     if (_firstMarking)
     {
-        operations.push_back(makeOperation<Mark>(*_model, _firstMarking.get(), _marked));
+        std::vector<Mark> ranges;
+        ranges.reserve(_marked.size());
+        for (const auto& [begin, bytes] : _marked)
+        {
+            ranges.push_back(makeRange<Mark>(begin, bytes));
+        }
+        operations.push_back(makeOperation(std::move(ranges), *_firstMarking));
     }
     return operations;
 }

@@ -3,8 +3,11 @@
 #include "CE_ListMultirangeOperation.h"
 #include "DClb_TextElement.h"
 
+#include <boost/optional.hpp>
+
 #include <cstddef>
-#include <memory>
+#include <map>
+#include <optional>
 #include <vector>
 
 namespace Zem::CollaborationSession
@@ -23,7 +26,8 @@ class ComposedTyping
 {
 public:
     /// Takes in an operation that was executed behind all that are in here. False, and nothing is taken in, if it isn't
-    /// an insertion or marking of bytes alone, or one in another text. Cost: the ranges that are in here.
+    /// an insertion or marking of bytes alone, or one in another text. Cost: the ranges of a marking, and for each the
+    /// logarithm of how many are in here; of an insertion all ranges, once.
     bool takeIn(const CollaborationEngine::Operation& operation);
 
     /// Takes in all of an operation's parts, or nothing.
@@ -31,7 +35,7 @@ public:
 
     bool isEmpty() const
     {
-        return !_model;
+        return !_node;
     }
 
     /// The insertion and the marking, each if there is one, with the ids of the first of its kind.
@@ -40,28 +44,51 @@ public:
 private:
     using Insert = CollaborationEngine::ListModificationOperation<CollaborationEngine::InsertTag>;
     using Mark = CollaborationEngine::ListModificationOperation<CollaborationEngine::MarkAsRemovedTag>;
+    using Insertion = CollaborationEngine::ListMultirangeOperationImpl<Insert>;
+    using Marking = CollaborationEngine::ListMultirangeOperationImpl<Mark>;
     using Bytes = DOMCollaboration::TextWithTombstonesElementVector;
 
-    /// Bytes of which the first stands at a slot; for an insertion that of the state before everything.
+    struct Node
+    {
+        CollaborationEngine::OperationNodeAddress _address;
+        unsigned long _type;
+    };
+
+    /// The first operation of its kind.
+    struct First
+    {
+        boost::optional<CollaborationEngine::Operation::Id> _id;
+    };
+
+    /// Bytes of which the first stands at a slot of the state before everything.
     struct Range
     {
         unsigned long _begin;
         Bytes _bytes;
     };
 
-    template<class Nested>
-    bool takeInRanges(const CollaborationEngine::ListMultirangeOperationImpl<Nested>& operation);
-    void takeIn(const Insert& insertion);
-    void takeIn(const Mark& marking);
-    void makeRoomInMarked(unsigned long gap, unsigned long count);
+    /// By the slots of their first bytes, in the state behind everything.
+    using Marked = std::map<unsigned long, Bytes>;
 
-    /// The node, and the type of it, of all operations.
-    std::shared_ptr<const CollaborationEngine::HierarchicalOperation> _model;
-    std::shared_ptr<const CollaborationEngine::Operation> _firstInsertion;
-    std::shared_ptr<const CollaborationEngine::Operation> _firstMarking;
-    /// Ascending. No two ranges of `_inserted` have one beginning.
+    static bool fits(const CollaborationEngine::Operation& operation, std::optional<Node>& node);
+    static void append(const Bytes& bytes, std::size_t begin, std::size_t end, Bytes& target);
+    void takeInFitting(const CollaborationEngine::Operation& operation);
+    void takeInInsertions(const std::vector<Insert>& insertions);
+    void takeInInsertion(const Insert& insertion);
+    void takeInMarking(const Mark& marking);
+    void makeRoomInMarked(const std::vector<Insert>& insertions);
+    template<class Nested>
+    Nested makeRange(unsigned long begin, const Bytes& bytes) const;
+    template<class Nested>
+    static CollaborationEngine::OperationUPtr makeOperation(std::vector<Nested> ranges, const First& first);
+
+    /// That of all operations.
+    std::optional<Node> _node;
+    std::optional<First> _firstInsertion;
+    std::optional<First> _firstMarking;
+    /// Ascending. No two have one beginning.
     std::vector<Range> _inserted;
-    std::vector<Range> _marked;
+    Marked _marked;
 };
 
 } // namespace Zem::CollaborationSession

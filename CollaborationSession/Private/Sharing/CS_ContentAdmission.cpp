@@ -424,6 +424,11 @@ void ContentAdmission::requireProperty(unsigned long propertyId, const DataValue
     throw InvalidOperationError(OperationFault::UnknownProperty);
 }
 
+void ContentAdmission::requireLook(const DOM::SharedStyleConstIPtr<DOM::RunStyle>& look)
+{
+    Inspection(_limits, _budget).inspect(look);
+}
+
 void ContentAdmission::requireEntry(unsigned long nodeType, const DataValue* value)
 {
     requireSound(value, OperationFault::MissingData);

@@ -5,6 +5,8 @@
 #include "CE_DataValue.h"
 #include "CE_RowOrColumn.h"
 #include "DClb_TextElement.h"
+#include "DOM_RunStyle.h"
+#include "DOM_SharedStyle.h"
 
 #include "Util_TableIndices.h"
 
@@ -21,6 +23,9 @@ public:
 
     /// A value of a property. Null isn't one.
     void requireProperty(unsigned long propertyId, const CollaborationEngine::DataValue* value);
+
+    /// The look of a run; null for the default one.
+    void requireLook(const DOM::SharedStyleConstIPtr<DOM::RunStyle>& look);
 
     /// What can stand in a map of the type. Null isn't that.
     void requireEntry(unsigned long nodeType, const CollaborationEngine::DataValue* value);

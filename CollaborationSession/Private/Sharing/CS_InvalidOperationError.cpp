@@ -111,6 +111,8 @@ const char* describe(OperationFault fault)
         return "Deletions hold down what isn't restored";
     case OperationFault::UnknownSelectionMode:
         return "There is no such mode of a selection";
+    case OperationFault::NoStretchOfText:
+        return "A look is meant for something else than a stretch of one text";
     case OperationFault::TooManyRevertedInsertions:
         return "A selection remembers too many insertions that were taken back";
     case OperationFault::RevertedInsertionOutsideAddress:

@@ -11,7 +11,7 @@
 #include "Util_Assert.h"
 #include "Util_Cast.h"
 
-#include <exception>
+#include <utility>
 
 namespace Zem::CollaborationSession
 {
@@ -51,7 +51,7 @@ void Client::Rebase::takeBackPending()
             _client._replica.getExecutor().reverse(*pending->_operation);
         }
     }
-    catch (const std::exception&)
+    catch (...)
     {
         // Every operation that ran can be taken back; a document that doesn't let it isn't what it should be. The copy
         // is, and `Statistics` tells that it was needed.

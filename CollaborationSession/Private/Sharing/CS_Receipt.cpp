@@ -68,9 +68,9 @@ void Client::Receipt::takeIn(const ActionHappened& happened)
     }
 }
 
-void Client::Receipt::takeIn(const TooFarBehind&)
+void Client::Receipt::takeIn(const TooFarBehind& tooFarBehind)
 {
-    _client._isTooFarBehind = true;
+    _client._isTooFarBehind = _client._isTooFarBehind || getRevision() < tooFarBehind._revision;
 }
 
 /// It comes in the state of the server: what is pending, and in the document, is what it has to be moved past.

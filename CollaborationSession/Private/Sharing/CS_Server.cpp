@@ -3,6 +3,7 @@
 #include "Sharing/CS_ActionRunner.h"
 #include "Sharing/CS_Admission.h"
 #include "Sharing/CS_Bridge.h"
+#include "Sharing/CS_DescribeException.h"
 #include "Sharing/CS_MoveSelections.h"
 #include "Sharing/CS_RequireThrowingHandler.h"
 
@@ -18,6 +19,14 @@ namespace Zem::CollaborationSession
 {
 
 using namespace CollaborationEngine;
+
+namespace
+{
+
+/// How many passes of an entry are a client's due for each entry by which the history grows.
+constexpr unsigned long forgottenPasses = 64;
+
+} // namespace
 
 Server::Server(DocumentKind kind, const DOM::Document& document, ServerSettings settings)
     : _replica(kind, document)
@@ -39,7 +48,7 @@ std::pair<ClientID, Snapshot> Server::join(Outbox outbox)
     }
     ConnectedClient client;
     client._outbox = std::move(outbox);
-    client._base = _checkpointRevision;
+    client._base = getRevision();
     _clients.emplace(++_lastClient, std::move(client));
     return {_lastClient, makeSnapshot()};
 }
@@ -48,8 +57,9 @@ Snapshot Server::rejoin(ClientID clientID, Outbox outbox)
 {
     ConnectedClient& client = findClient(clientID);
     client._outbox = std::move(outbox);
-    client._base = _checkpointRevision;
+    client._base = getRevision();
     client._isTooFarBehind = false;
+    client._passedCount = 0;
     return makeSnapshot();
 }
 
@@ -75,7 +85,7 @@ void Server::reconnect(ClientID clientID, Revision revision, Outbox outbox)
     client._outbox = std::move(outbox);
     if (client._isTooFarBehind)
     {
-        send(client, TooFarBehind());
+        declareTooFarBehind(client);
         return;
     }
     for (Revision current = revision; current < getRevision(); ++current)
@@ -130,11 +140,13 @@ void Server::receive(ClientID clientID, const ClientBatch& batch)
     client._base = batch._base;
     if (!batch._actions.empty() || batch._selection)
     {
-        Bridge bridge = makeBridge(batch._base);
-        for (const Action& action : batch._actions)
+        if (!mayPass(client, batch._base))
         {
-            takeIn(clientID, ++client._lastNumber, action, bridge);
+            declareTooFarBehind(client);
+            return;
         }
+        Bridge bridge = makeBridge(batch._base);
+        takeInActions(clientID, client, batch, bridge);
         if (batch._selection)
         {
             takeInSelection(clientID, *batch._selection, bridge);
@@ -177,7 +189,17 @@ public:
 
     void restore(std::span<const ActionRunner::OperationPtr> done) override
     {
+        ++_restoredCount;
         _server.restoreDocument(done);
+    }
+
+    bool mayTry(unsigned long passedRangesCount) override
+    {
+        const AdmissionLimits& limits = _server._settings._limits;
+        _isEnough = _isEnough || _restoredCount >= limits._failures ||
+                    passedRangesCount > limits._passedRanges - _passedRangesCount;
+        _passedRangesCount += _isEnough ? 0 : passedRangesCount;
+        return !_isEnough;
     }
 
     void forEachBefore(CallableRef<bool(const Operation&)> pass) const override
@@ -194,13 +216,36 @@ public:
 
 private:
     Server& _server;
+    // For one batch.
+    unsigned long _restoredCount = 0;
+    unsigned long _passedRangesCount = 0;
+    bool _isEnough = false;
 };
 
-void Server::takeIn(ClientID author, unsigned long number, const Action& action, Bridge& bridge)
+/// Each action becomes an entry, whatever comes of it. Where the bridge is lost, nothing behind has a place any more.
+void Server::takeInActions(ClientID author, ConnectedClient& client, const ClientBatch& batch, Bridge& bridge)
 {
     RunnerHost host(*this);
-    ActionRunner::Outcome outcome = ActionRunner(_replica, bridge, _statistics, host).run(action);
-    append({author, number, std::move(outcome._happened), std::move(outcome._refusal)});
+    boost::optional<Refusal> lost;
+    for (const Action& action : batch._actions)
+    {
+        ActionRunner::Outcome outcome;
+        outcome._happened._operation = std::make_shared<EmptyOperation>();
+        outcome._refusal = lost;
+        ActionRunner runner(_replica, bridge, _statistics, host);
+        try
+        {
+            outcome = lost ? std::move(outcome) : runner.run(action);
+        }
+        catch (...)
+        {
+            lost = Refusal{RefusalReason::HasNoPlace, describeCurrentException()};
+            outcome._refusal = lost;
+            runner.giveUp();
+        }
+        append({author, ++client._lastNumber, std::move(outcome._happened), std::move(outcome._refusal)});
+        client._lastOwn = getRevision();
+    }
 }
 
 void Server::append(HistoryEntry entry)
@@ -217,7 +262,7 @@ void Server::takeInSelection(ClientID client, const Selection& selection, Bridge
     _selections.erase(client);
     Selections moved = {{client, selection}};
     bridge.follow(_selectionTransformer, moved);
-    if (moved.empty())
+    if (moved.empty() || findMisfit(moved.begin()->second, *_replica.getAdapter()))
     {
         loseSelection(client);
         return;
@@ -231,6 +276,11 @@ void Server::loseSelection(ClientID client)
 {
     _selections.erase(client);
     _lostSelections[client] = getRevision();
+    if (_lostSelections.size() > _settings._limits._members)
+    {
+        const auto isOlder = [](const auto& left, const auto& right) { return left.second < right.second; };
+        _lostSelections.erase(std::min_element(_lostSelections.begin(), _lostSelections.end(), isOlder));
+    }
     sendToAll(SelectionMoved{getRevision(), client, nullptr});
 }
 
@@ -249,6 +299,10 @@ void Server::requireValid(const ConnectedClient& client, const ClientBatch& batc
     if (batch._base < client._base || batch._base > getRevision())
     {
         throw InvalidBatchError("A batch can't stand on revision " + std::to_string(batch._base));
+    }
+    if (!batch._actions.empty() && batch._base < client._lastOwn)
+    {
+        throw InvalidBatchError("A client has what it sent before, in revision " + std::to_string(client._lastOwn));
     }
     if (batch._firstNumber != client._lastNumber + 1)
     {
@@ -272,16 +326,29 @@ void Server::requireAdmissible(ClientID author, const ClientBatch& batch) const
         admission.requireWellFormed(*action._operation, action._meaning && action._meaning->_isUndo);
         if (action._meaning)
         {
-            for (const LookSetting& look : action._meaning->_looks)
-            {
-                admission.requireWellFormed(look._stretch);
-            }
+            admission.requireWellFormed(*action._meaning);
         }
     }
     if (batch._selection)
     {
         admission.requireWellFormed(*batch._selection);
     }
+}
+
+/// Who comes nearer again as fast as the history grows isn't held up, however far behind it is.
+bool Server::mayPass(ConnectedClient& client, Revision base) const
+{
+    const unsigned long forgotten = forgottenPasses * (getRevision() - client._reckoned);
+    client._passedCount -= std::min(client._passedCount, forgotten);
+    client._passedCount += getRevision() - base;
+    client._reckoned = getRevision();
+    return client._passedCount <= _settings._limits._lag;
+}
+
+void Server::declareTooFarBehind(ConnectedClient& client)
+{
+    send(client, TooFarBehind{getRevision()});
+    client._isTooFarBehind = true;
 }
 
 /// The message isn't lost with a connection that breaks: it is among what `reconnect` sends.
@@ -356,8 +423,7 @@ void Server::trimHistory()
     {
         if (!client._isTooFarBehind && lagsTooFar(client))
         {
-            send(client, TooFarBehind());
-            client._isTooFarBehind = true;
+            declareTooFarBehind(client);
         }
         oldest = client._isTooFarBehind ? oldest : std::min(oldest, client._base);
     }

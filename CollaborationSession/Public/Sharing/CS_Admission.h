@@ -50,13 +50,17 @@ public:
 
     /// Requires that an operation can be transformed and executed without harm to anybody else.
     ///
-    /// Ids are the author's own, but for parts of composites: what a restoring brings along may bear another's. Of an
-    /// undo such a part may be all that is left, which `mayBeForeign` then.
+    /// Ids are the author's own, but for what a restoring brings along: a part of a unit that lies in something which
+    /// a part in front of it restores. Of an undo such a part may be all that is left, which `mayBeForeign` then.
     /// A removal for good is the reversal of an insertion, which travels only in the way from what a restoring was to
     /// be to what happened.
     ///
     /// Fails: `InvalidOperationError`. Cost: linear in the operation and all that it carries, up to the limits.
     void requireWellFormed(const CollaborationEngine::Operation& operation, bool mayBeForeign = false);
+
+    /// The same for what is meant by them: looks are of stretches of texts, their fields and values those of runs or
+    /// paragraphs.
+    void requireWellFormed(const Meaning& meaning);
 
     /// The same for the selection behind the operations.
     void requireWellFormed(const Selection& selection);

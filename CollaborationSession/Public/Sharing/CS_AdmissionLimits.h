@@ -23,6 +23,13 @@ struct AdmissionLimits
     /// Slots that operations name, a slot counted each time.
     unsigned long _namedSlots = 1ul << 26;
 
+    /// How often the document is made again because an operation failed, or an action couldn't happen as a whole;
+    /// what comes behind is refused then.
+    unsigned long _failures = 16;
+    /// Ranges that are brought past what stands in the way, counted each time; an operation counts as 16 more. What
+    /// comes behind is refused.
+    unsigned long _passedRanges = 1ul << 30;
+
     // Of one thing.
 
     /// How deep composites lie in each other, and in what a restoring was to be.
@@ -46,7 +53,9 @@ struct AdmissionLimits
 
     // Of a session. These are for its server to keep.
 
-    /// How many revisions the base of a batch may lag behind.
+    /// How many entries of the history the batches of a client may be brought past altogether, those not counted that
+    /// are due to it because the history has grown since. A client that asks for more is told that it is too far behind:
+    /// it joins anew, and brings what is pending past the rest by itself.
     unsigned long _lag = 100000;
     /// Clients that are in a session at a time.
     unsigned long _members = 1000;

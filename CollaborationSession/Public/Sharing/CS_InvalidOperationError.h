@@ -69,8 +69,9 @@ enum class OperationFault : unsigned char
     TooManyHolders,
     HoldersOfOtherOperation,
 
-    // Selections.
+    // Selections, and looks.
     UnknownSelectionMode,
+    NoStretchOfText,
     TooManyRevertedInsertions,
     RevertedInsertionOutsideAddress,
 

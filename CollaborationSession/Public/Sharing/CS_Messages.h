@@ -66,9 +66,11 @@ struct SelectionMoved
 };
 
 /// The client lacks entries that the server doesn't keep any more. Nothing else comes until it has joined anew, with
-/// what is pending.
+/// what is pending. A client that has come as far meanwhile passes over it.
 struct TooFarBehind
 {
+    /// How many entries the history had.
+    Revision _revision = 0;
 };
 
 using ServerMessage = std::variant<ActionHappened, SelectionMoved, TooFarBehind>;

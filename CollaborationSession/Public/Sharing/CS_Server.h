@@ -86,12 +86,16 @@ public:
     /// What an operation can't do is left out, and its author is told why; everything else goes on. Actions that
     /// arrived before are passed over, and so is all that a client sends who is too far behind.
     ///
-    /// Fails: `InvalidBatchError` for an unknown client, a base that the client can't have, a number that leaves a gap,
-    /// and an action without an operation; `InvalidOperationError` for an operation, a selection or a look that no
+    /// Fails: `InvalidBatchError` for an unknown client, a base that the client can't have or that lies in front of its
+    /// own last action, a number that leaves a gap, and an action without an operation; `InvalidOperationError` for an operation, a selection or a look that no
     /// client of this library makes, or that is beyond a limit. Nothing has happened then, and nobody else notices.
     ///
-    /// Cost: of a transformation for each pair of an operation and what happened since the base; and the execution. An
-    /// operation that fails costs two copies of the document, and however many fail, no entry of the history is
+    /// A client that lets its batches be brought past too many entries without coming nearer (`AdmissionLimits`) is told
+    /// that it is too far behind.
+    ///
+    /// Cost: of a transformation for each pair of an operation and what happened since the base; and the execution. What
+    /// doesn't fit the document costs a look. An operation that fails all the same costs two copies of the document, as
+    /// does an action that is all or nothing and can't happen; and however many fail, no entry of the history is
     /// executed again more than once.
     void receive(ClientID client, const ClientBatch& batch);
 
@@ -146,18 +150,25 @@ private:
         Revision _base = 0;
         /// The number of its last action that was taken in.
         unsigned long _lastNumber = 0;
+        /// The revision with its last action, which it had before it sent anything else.
+        Revision _lastOwn = 0;
+        /// How many entries its batches were brought past lately, and up to which revision that is reckoned.
+        unsigned long _passedCount = 0;
+        Revision _reckoned = 0;
         bool _isTooFarBehind = false;
     };
 
     ConnectedClient& findClient(ClientID client);
     void requireValid(const ConnectedClient& client, const ClientBatch& batch) const;
     void requireAdmissible(ClientID author, const ClientBatch& batch) const;
+    bool mayPass(ConnectedClient& client, Revision base) const;
+    void declareTooFarBehind(ConnectedClient& client);
     static void send(ConnectedClient& client, const ServerMessage& message);
     void sendToAll(const ServerMessage& message);
     void sendSelections(ConnectedClient& client, ClientID clientID);
     Snapshot makeSnapshot() const;
     Bridge makeBridge(Revision base) const;
-    void takeIn(ClientID author, unsigned long number, const Action& action, Bridge& bridge);
+    void takeInActions(ClientID author, ConnectedClient& client, const ClientBatch& batch, Bridge& bridge);
     void append(HistoryEntry entry);
     void takeInSelection(ClientID client, const Selection& selection, Bridge& bridge);
     void loseSelection(ClientID client);
@@ -178,7 +189,8 @@ private:
     unsigned long _slotsBound = 0;
     std::map<ClientID, ConnectedClient> _clients;
     Selections _selections;
-    /// Whose selection went with them, and at which revision: a client whose connection broke may not know.
+    /// Whose selection went with them, and at which revision: a client whose connection broke may not know. There are
+    /// no more than members, the last ones.
     std::map<ClientID, Revision> _lostSelections;
     ClientID _lastClient = 0;
     Statistics _statistics;
