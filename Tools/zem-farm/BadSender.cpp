@@ -11,6 +11,8 @@
 #include "DClb_TextElement.h"
 #include "Sharing/CS_InvalidOperationError.h"
 
+#include <algorithm>
+
 namespace ZemFarm
 {
 
@@ -111,7 +113,9 @@ BadSender::BadSender(Server& server)
 std::string BadSender::send(unsigned long seed)
 {
     Random random(seed);
-    receive(random.pick(_inbox->size() + 1));
+    // What it sent before has come back, and some of what others did since.
+    const std::size_t count = countUpToOwnAnswer();
+    receive(count + random.pick(_inbox->size() - count + 1));
     ClientBatch batch;
     batch._base = _revision;
     batch._firstNumber = ++_lastNumber;
@@ -154,6 +158,17 @@ std::string BadSender::findFaultOfAnswer(Revision before) const
         return "the server didn't answer a bad operation with one entry: ";
     }
     return isRefused(*answer->_entry) ? "" : "the server took a bad operation: ";
+}
+
+/// How many messages there are up to the last answer to what it sent.
+std::size_t BadSender::countUpToOwnAnswer() const
+{
+    const auto isOwn = [this](const ServerMessage& message)
+    {
+        const auto* happened = std::get_if<ActionHappened>(&message);
+        return happened && happened->_entry->_author == _id;
+    };
+    return static_cast<std::size_t>(std::find_if(_inbox->rbegin(), _inbox->rend(), isOwn).base() - _inbox->begin());
 }
 
 void BadSender::receive(std::size_t count)

@@ -21,6 +21,7 @@ public:
     std::string send(unsigned long seed);
 
 private:
+    std::size_t countUpToOwnAnswer() const;
     void receive(std::size_t count);
     bool isTakenIn(const Zem::CollaborationSession::ClientBatch& batch);
     std::string findFaultOfRejection(Zem::CollaborationSession::Revision before) const;

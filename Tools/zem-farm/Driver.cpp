@@ -85,6 +85,11 @@ void Driver::takeTurn()
         _nextRound = _session->getOperationsCount() + 1 + _random.pick(maxRoundLength);
         apply(Step());
     }
+    if (_plan._isHostile && _random.isOnceIn(2))
+    {
+        apply({StepKind::Hostile, 0, "", _random.makeSeed()});
+        return;
+    }
     if (_random.isOnceIn(rareTurn) && takeRareTurn())
     {
         return;

@@ -17,6 +17,8 @@ struct Plan
     unsigned long _clientsCount = 2;
     unsigned long _operationsCount = 0;
     std::uint64_t _seed = 0;
+    /// Whether a stranger sends anything, in every second turn.
+    bool _isHostile = false;
 };
 
 /// Thinks up a session step by step, does it, and writes it down.

@@ -74,6 +74,11 @@ std::string formatProgress(const Options& options, const Tally& tally, double se
         std::snprintf(time.data(), time.size(), ", %.1f of %.1f minutes", seconds / 60, *options._minutes);
         return line + time.data();
     }
+    if (options._hostileCount > 0)
+    {
+        return line + ", " + std::to_string(tally._hostileBatchesCount) + " of " +
+               std::to_string(options._hostileCount) + " batches of strangers";
+    }
     return line + " of " + std::to_string(options._operationsCount);
 }
 
@@ -86,6 +91,7 @@ Plan makePlan(const Options& options, unsigned long number, unsigned long restCo
     plan._clientsCount = options._clientsCount;
     plan._seed = options._seed;
     plan._operationsCount = std::min(restCount, maxSessionLength);
+    plan._isHostile = options._hostileCount > 0;
     if (number > 0)
     {
         plan._seed = mixSeeds(options._seed, number);
@@ -102,7 +108,8 @@ Plan makePlan(const Options& options, unsigned long number, unsigned long restCo
 std::string printCommand(const Plan& plan)
 {
     return std::string("--kind ") + getName(plan._kind) + " --clients " + std::to_string(plan._clientsCount) +
-           " --operations " + std::to_string(plan._operationsCount) + " --seed " + std::to_string(plan._seed);
+           " --operations " + std::to_string(plan._operationsCount) + " --seed " + std::to_string(plan._seed) +
+           (plan._isHostile ? " --hostile 1" : "");
 }
 
 namespace
@@ -117,6 +124,10 @@ std::optional<FailedSession> runAll(const Options& options, Clock::time_point be
         if (options._minutes)
         {
             return getSecondsSince(begin) < 60 * *options._minutes ? maxSessionLength : 0;
+        }
+        if (options._hostileCount > 0)
+        {
+            return tally._hostileBatchesCount < options._hostileCount ? options._operationsCount : 0;
         }
         return options._operationsCount - std::min(options._operationsCount, tally._operationsCount);
     };

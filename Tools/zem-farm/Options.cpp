@@ -12,7 +12,8 @@ namespace ZemFarm
 using Zem::CollaborationSession::DocumentKind;
 
 const char* const helpText =
-    R"(zem-farm [--kind KIND] [--clients N] [--operations M | --minutes T] [--seed S] [--shrink]
+    R"(zem-farm [--kind KIND] [--clients N] [--operations M | --minutes T] [--seed S] [--hostile N]
+         [--shrink]
 zem-farm --script FILE [--shrink]
 
 Lets clients of a shared document do random things at once, with messages that travel late and connections that break,
@@ -22,6 +23,8 @@ and requires that all documents are equal whenever everybody has heard of everyt
   --clients N     at most N clients in a session, 2 to 32 (default: 8)
   --operations M  sessions of M operations altogether (default: 10000)
   --minutes T     sessions until T minutes are over
+  --hostile N     sessions in which strangers send anything, until they have sent N batches; sessions then have
+                  as many operations as M says, up to 500
   --seed S        other sessions (default: 1)
   --shrink        makes the session that failed as short as it gets, and prints it as a script
   --script FILE   plays a script
@@ -137,6 +140,10 @@ private:
         else if (option == "--seed")
         {
             _options._seed = readNumber(option, takeArgument(option), 0, ~0UL);
+        }
+        else if (option == "--hostile")
+        {
+            _options._hostileCount = readNumber(option, takeArgument(option), 1, ~0UL);
         }
         else if (option == "--minutes")
         {

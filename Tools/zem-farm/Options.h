@@ -19,6 +19,8 @@ struct Options
     unsigned long _clientsCount = 8;
     unsigned long _operationsCount = 10000;
     unsigned long _seed = 1;
+    /// How many batches strangers are to send; then sessions go on until they have.
+    unsigned long _hostileCount = 0;
     /// How long to go on, in place of a number of operations.
     std::optional<double> _minutes;
     /// The script to play, in place of random sessions.

@@ -20,7 +20,7 @@ struct StepForm
     bool _hasNumber;
 };
 
-constexpr std::array<StepForm, 11> stepForms = {{{StepKind::Join, "join", true, true},
+constexpr std::array<StepForm, 12> stepForms = {{{StepKind::Join, "join", true, true},
                                                  {StepKind::Do, "do", true, true},
                                                  {StepKind::Select, "select", true, true},
                                                  {StepKind::Send, "send", true, false},
@@ -30,6 +30,7 @@ constexpr std::array<StepForm, 11> stepForms = {{{StepKind::Join, "join", true, 
                                                  {StepKind::Reconnect, "reconnect", true, false},
                                                  {StepKind::Leave, "leave", true, false},
                                                  {StepKind::Bad, "bad", false, true},
+                                                 {StepKind::Hostile, "hostile", false, true},
                                                  {StepKind::Settle, "settle", false, false}}};
 
 const StepForm& findForm(StepKind kind)

@@ -17,6 +17,7 @@
 ///     client 1 reconnect
 ///     client 1 leave
 ///     bad 5                    somebody sends what the server must reject
+///     hostile 6                somebody sends anything
 ///     settle                   everything arrives, and all documents must be equal
 ///
 /// What stands behind a # is a comment. The first three lines come before all steps, in any order; but for the kind,
@@ -58,6 +59,7 @@ enum class StepKind : unsigned char
     Reconnect,
     Leave,
     Bad,
+    Hostile,
     Settle
 };
 

@@ -118,6 +118,9 @@ void Session::applyUnchecked(const Step& step)
     case StepKind::Bad:
         sendBadOperation(step._number);
         return;
+    case StepKind::Hostile:
+        sendAnything(step._number);
+        return;
     case StepKind::Settle:
         settle();
         return;
@@ -236,6 +239,15 @@ void Session::sendBadOperation(unsigned long seed)
     require(fault, "bad operation", "");
 }
 
+void Session::sendAnything(unsigned long seed)
+{
+    if (!_hostileSender)
+    {
+        _hostileSender = std::make_unique<HostileSender>(*_server, _setup._kind, _tally);
+    }
+    require(_hostileSender->send(seed), "hostile batch", "");
+}
+
 void Session::settle()
 {
     ++_tally._roundsCount;
@@ -251,10 +263,13 @@ void Session::settle()
 }
 
 /// A document is made again for an operation that fails, and of all that are sent only those fail that are bad on
-/// purpose. Each of them fails at the server, and comes to clients as nothing.
+/// purpose, or a stranger's. Each of them fails at the server, and comes to clients as nothing.
 void Session::checkRemadeDocuments() const
 {
-    const bool isExplained = _tally._remadeByClientsCount == 0 && _tally._remadeAtServerCount <= _tally._badCount;
+    // An action of a stranger has several parts that may fail.
+    const unsigned long allowedCount =
+        _tally._badCount + _tally._hostileActionsCount * Zem::CollaborationSession::AdmissionLimits()._failures;
+    const bool isExplained = _tally._remadeByClientsCount == 0 && _tally._remadeAtServerCount <= allowedCount;
     if (!isExplained)
     {
         throw Failure("made again", "documents were made again for nothing: at the server " +

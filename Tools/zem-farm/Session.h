@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BadSender.h"
+#include "HostileSender.h"
 #include "Participant.h"
 #include "Script.h"
 #include "Tally.h"
@@ -87,6 +88,7 @@ private:
     void make(Participant& participant, const Step& step);
     void select(Participant& participant, unsigned long seed);
     void sendBadOperation(unsigned long seed);
+    void sendAnything(unsigned long seed);
     void settle();
     void deliverEverything();
     bool isQuiet() const;
@@ -101,6 +103,7 @@ private:
     std::unique_ptr<Zem::CollaborationSession::Server> _server;
     std::map<unsigned long, std::unique_ptr<Participant>> _participants;
     std::unique_ptr<BadSender> _badSender;
+    std::unique_ptr<HostileSender> _hostileSender;
     bool _takesNotes = false;
 };
 

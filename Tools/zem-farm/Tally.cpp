@@ -93,6 +93,10 @@ void Tally::add(const Tally& other)
     _changedCount += other._changedCount;
     _shadowedCount += other._shadowedCount;
     _badCount += other._badCount;
+    _hostileBatchesCount += other._hostileBatchesCount;
+    _turnedAwayCount += other._turnedAwayCount;
+    _hostileActionsCount += other._hostileActionsCount;
+    _hostileRefusedCount += other._hostileRefusedCount;
     ZemFarm::add(_rejected, other._rejected);
     ZemFarm::add(_refused, other._refused);
     _remadeAtServerCount += other._remadeAtServerCount;
@@ -165,6 +169,10 @@ std::string format(const Tally& tally, double seconds)
     table.add("shadowed at the server", tally._shadowedCount);
     table.addAll("refused at the server", tally._rejected);
     table.add("bad on purpose, and rejected", tally._badCount);
+    table.add("batches of strangers", tally._hostileBatchesCount);
+    table.add("  turned away at the door", tally._turnedAwayCount);
+    table.add("  actions that were let in", tally._hostileActionsCount);
+    table.add("    refused", tally._hostileRefusedCount);
     table.addAll("refused, as authors learnt", tally._refused);
     table.add("made again at the server", tally._remadeAtServerCount);
     table.add("made again by clients", tally._remadeByClientsCount);

@@ -54,6 +54,12 @@ struct Tally
     unsigned long _shadowedCount = 0;
     /// Bad operations that were sent on purpose; the server must have rejected them all.
     unsigned long _badCount = 0;
+    /// Batches of strangers, and those among them that the server turned away as a whole; the actions of the others, and
+    /// those among them of which less happened than they say.
+    unsigned long _hostileBatchesCount = 0;
+    unsigned long _turnedAwayCount = 0;
+    unsigned long _hostileActionsCount = 0;
+    unsigned long _hostileRefusedCount = 0;
     /// The actions of the participants of which less happened at the server than was meant.
     RefusalCounts _rejected;
     /// The same as their authors learnt it: from the server, or from their own client.

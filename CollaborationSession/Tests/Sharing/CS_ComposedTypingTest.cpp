@@ -5,6 +5,7 @@
 
 #include "CE_ListMultirangeOperation.h"
 #include "CE_MultirangeOperationUtils.h"
+#include "CE_OperationEquality.h"
 
 #include <gtest/gtest.h>
 
@@ -99,6 +100,71 @@ TEST(ComposedTyping, WhatIsTypedAndDeletedIsInBoth)
     typing.takeIn(*make<Mark>(5, "y"));
     typing.takeIn(*make<Mark>(7, "a"));
     EXPECT_EQ(describe(typing.makeOperations()), "insert 4:xyz mark 6:za 5:y");
+}
+
+/// Ranges of one operation, from the highest to the lowest.
+template<class Nested>
+OperationUPtr makeSeveral(std::initializer_list<TestSupport::Piece> pieces)
+{
+    std::vector<Nested> nested;
+    for (const TestSupport::Piece& piece : pieces)
+    {
+        const OperationUPtr single = make<Nested>(piece._slot, piece._elements);
+        nested.push_back(cast<ListMultirangeOperationImpl<Nested>>(*single).getNestedOperations().front());
+    }
+    return std::make_unique<ListMultirangeOperationImpl<Nested>>(std::move(nested));
+}
+
+TEST(ComposedTyping, SeveralRangesOfOneInsertionGoAmongThoseThatAreThere)
+{
+    ComposedTyping typing;
+    typing.takeIn(*make<Insert>(5, "abc"));
+    typing.takeIn(*make<Insert>(12, "d"));
+    typing.takeIn(*makeSeveral<Insert>({{20, "z"}, {13, "y"}, {9, "w"}, {8, "c"}, {6, "x"}, {5, "v"}, {2, "u"}}));
+    EXPECT_EQ(describe(typing.makeOperations()), "insert 16:z 9:dy 6:w 5:vaxbcc 2:u");
+}
+
+TEST(ComposedTyping, OfSeveralRangesAtOneGapTheLastStandsInFront)
+{
+    ComposedTyping typing;
+    typing.takeIn(*makeSeveral<Insert>({{7, "b"}, {7, "a"}, {2, "d"}, {2, "c"}}));
+    EXPECT_EQ(describe(typing.makeOperations()), "insert 7:ab 2:cd");
+}
+
+TEST(ComposedTyping, SeveralRangesOfOneInsertionPartWhatIsMarked)
+{
+    ComposedTyping typing;
+    typing.takeIn(*makeSeveral<Mark>({{20, "xy"}, {10, "abcd"}, {2, "e"}}));
+    typing.takeIn(*makeSeveral<Insert>({{21, "5"}, {20, "4"}, {13, "3"}, {11, "1"}, {11, "2"}, {10, "0"}, {3, "9"}}));
+    EXPECT_EQ(describe(typing.makeOperations()),
+              "insert 21:5 20:4 13:3 11:21 10:0 3:9 mark 28:y 26:x 17:d 14:bc 12:a 2:e");
+}
+
+/// From the end to the beginning, as all of one letter are deleted; each is an operation of its own, or they are one.
+TEST(ComposedTyping, AHundredThousandSingleDeletionsAreOneMarkingInNoTime)
+{
+    constexpr unsigned long count = 100000;
+    ComposedTyping oneByOne;
+    std::vector<Mark> nested;
+    for (unsigned long index = count; index-- > 0;)
+    {
+        const OperationUPtr deletion = make<Mark>(2 * index + 2, "a");
+        ASSERT_TRUE(oneByOne.takeIn(*deletion));
+        nested.push_back(cast<ListMultirangeOperationImpl<Mark>>(*deletion).getNestedOperations().front());
+    }
+    ComposedTyping atOnce;
+    const ListMultirangeOperationImpl<Mark> all(std::move(nested));
+    ASSERT_TRUE(atOnce.takeIn(all));
+    // A colleague's keystroke in the middle of them.
+    ASSERT_TRUE(oneByOne.takeIn(*make<Insert>(count, "x")));
+    ASSERT_TRUE(atOnce.takeIn(*make<Insert>(count, "x")));
+    const auto operations = oneByOne.makeOperations();
+    ASSERT_EQ(operations.size(), 2u);
+    const auto& ranges = cast<ListMultirangeOperationImpl<Mark>>(*operations[1]).getNestedOperations();
+    ASSERT_EQ(ranges.size(), count);
+    EXPECT_EQ(ranges.front().getRange().getBegin(), 2 * count + 1);
+    EXPECT_EQ(ranges.back().getRange().getBegin(), 2u);
+    EXPECT_TRUE(areDeeplyEqual(*operations[1], *atOnce.makeOperations()[1]));
 }
 
 TEST(ComposedTyping, TagsAndMarksAndOtherOperationsAreNoTyping)

@@ -1,3 +1,4 @@
+#include "Sharing/CS_HostileClient.h"
 #include "Sharing/CS_SectionColumns.h"
 #include "Sharing/CS_SessionCase.h"
 
@@ -16,13 +17,24 @@ using namespace CollaborationEngine;
 
 using Counter = DOMCollaboration::SingleActionExecutorNotificationObserver<std::function<void()>>;
 
-/// A good insertion, and one that fits no document.
-std::shared_ptr<const Operation> makeHalfBadOperation()
+std::shared_ptr<const Operation> insertBefore(OperationUPtr operation)
 {
     std::vector<OperationUPtr> parts;
     parts.push_back(TestSupport::insert(2, "x"));
-    parts.push_back(SessionCase::makeBadOperation());
+    parts.push_back(std::move(operation));
     return std::make_shared<CompositeOperation>(std::move(parts));
+}
+
+/// A good insertion, and one that fits no document.
+std::shared_ptr<const Operation> makeHalfBadOperation()
+{
+    return insertBefore(SessionCase::makeBadOperation());
+}
+
+/// A good insertion, and one of which only its executor sees that it doesn't fit: text has no size of its own.
+std::shared_ptr<const Operation> makeHalfFailingOperation()
+{
+    return insertBefore(SessionCase::makeFailingOperation());
 }
 
 std::shared_ptr<const Meaning> allOrNothing()
@@ -31,51 +43,6 @@ std::shared_ptr<const Meaning> allOrNothing()
     meaning->_isAllOrNothing = true;
     return meaning;
 }
-
-/// A client that keeps to no rules but those of the protocol.
-class HostileClient
-{
-public:
-    explicit HostileClient(Server& server)
-        : _server(server)
-        , _id(server.join([this](const ServerMessage& message) { take(message); }).first)
-    {
-    }
-
-    void send(std::shared_ptr<const Operation> operation, std::shared_ptr<const Meaning> meaning = nullptr)
-    {
-        ClientBatch batch;
-        batch._base = _server.getRevision();
-        batch._firstNumber = ++_sentCount;
-        batch._actions.push_back({std::move(operation), std::move(meaning)});
-        _server.receive(_id, batch);
-    }
-
-    ClientID getID() const
-    {
-        return _id;
-    }
-
-    const std::vector<Refusal>& getRefusals() const
-    {
-        return _refusals;
-    }
-
-private:
-    void take(const ServerMessage& message)
-    {
-        const auto* happened = std::get_if<ActionHappened>(&message);
-        if (happened && happened->_entry->_refusal)
-        {
-            _refusals.push_back(*happened->_entry->_refusal);
-        }
-    }
-
-    Server& _server;
-    std::vector<Refusal> _refusals;
-    unsigned long _sentCount = 0;
-    ClientID _id;
-};
 
 /// A client whose connection can break at any message.
 class Listener
@@ -234,8 +201,8 @@ TEST(Server, RejectedOperationThatHadChangedAPartLeavesNoTrace)
     hostile.send(makeHalfBadOperation(), allOrNothing());
 
     EXPECT_EQ(DOM::toJson(server.getDocument()), before);
-    // Of the part that was good, which came and went. The deletion that was executed again isn't told of.
-    EXPECT_EQ(notificationsCount, 2u);
+    // Of the part that was good. What was executed again without it isn't told of.
+    EXPECT_EQ(notificationsCount, 1u);
     EXPECT_EQ(replacements.size(), 1u);
     ASSERT_EQ(hostile.getRefusals().size(), 1u);
     EXPECT_EQ(hostile.getRefusals().front()._reason, RefusalReason::NotWhole);
@@ -274,6 +241,91 @@ TEST(Server, WhatAnObserverThrowsIsAFailureOfTheOperation)
     EXPECT_EQ(session[1].getText(), "aby");
 }
 
+TEST(Server, WhatDoesntFitTheDocumentIsRefusedAndNoDocumentIsMadeForIt)
+{
+    SessionCase session("{|ab}");
+    HostileClient hostile(session.getServer());
+    int replacementsCount = 0;
+    session.getServer().setOnDocumentReplaced([&] { ++replacementsCount; });
+    session[0].replace(0, 1, "");
+    session.settle();
+    std::vector<OperationUPtr> misfits;
+    misfits.push_back(SessionCase::makeBadOperation());
+    misfits.push_back(TestSupport::mark(2, 3));
+    misfits.push_back(TestSupport::restore(3, "b"));
+    for (const OperationUPtr& misfit : misfits)
+    {
+        hostile.send(cloneOperation(*misfit));
+        ASSERT_FALSE(hostile.getRefusals().empty());
+        EXPECT_EQ(hostile.getRefusals().back()._reason, RefusalReason::FitsNoDocument);
+    }
+    EXPECT_EQ(hostile.getRefusals().size(), misfits.size());
+    EXPECT_EQ(hostile.getRefusals().front()._sentence, describe(OperationFault::NodeOfOtherType));
+    EXPECT_EQ(replacementsCount, 0);
+    EXPECT_EQ(session.getServer().getStatistics()._replayedCount, 0u);
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "b");
+}
+
+/// An observer that throws something that is no exception, once it is told to.
+class Thrower
+{
+public:
+    explicit Thrower(Server& server)
+        : _counter(std::make_shared<Counter>(
+              [this]
+              {
+                  if (_throws)
+                  {
+                      throw 7;
+                  }
+              }))
+    {
+        server.getNotifications().add(_counter);
+    }
+
+    bool _throws = false;
+
+private:
+    std::shared_ptr<Counter> _counter;
+};
+
+TEST(Server, WhateverAnObserverThrowsLeavesNoChangeWithoutAnEntry)
+{
+    SessionCase session("{|abcd}");
+    Thrower thrower(session.getServer());
+    session[0].replace(1, 1, "x");
+    session[1].replace(3, 3, "y");
+    thrower._throws = true;
+    session[0].send();
+    thrower._throws = false;
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "abcyd");
+    EXPECT_EQ(session.getServer().getRevision(), 2u);
+    const auto refusals = session[0].getClient().takeRefusals();
+    ASSERT_EQ(refusals.size(), 1u);
+    EXPECT_EQ(refusals[0]._refusal._reason, RefusalReason::FitsNoDocument);
+    EXPECT_FALSE(refusals[0]._refusal._sentence.empty());
+}
+
+TEST(Server, WhateverAnObserverThrowsAtAPaintingLeavesItOut)
+{
+    SessionCase session("{|abcd}");
+    Thrower thrower(session.getServer());
+    session[0].setRunLook(1, 3, LookChange::setField(&DOM::RunProps::_weight, DOM::FontWeight::Bold));
+    session[1].replace(2, 2, "y");
+    session[1].send();
+    thrower._throws = true;
+    session[0].send();
+    thrower._throws = false;
+    session.settle();
+    EXPECT_EQ(session[1].show(), session[0].show());
+    EXPECT_EQ(session[1].getText(), "abycd");
+    EXPECT_EQ(session[0].getClient().takeRefusals().size(), 1u);
+    session[0].setRunLook(0, 5, LookChange::setField(&DOM::RunProps::_weight, DOM::FontWeight::Bold));
+    session.settle();
+}
+
 TEST(Server, ManyBadOperationsExecuteNoEntryAgainMoreThanOnce)
 {
     SessionCase session("{|ab}");
@@ -285,13 +337,13 @@ TEST(Server, ManyBadOperationsExecuteNoEntryAgainMoreThanOnce)
     }
     for (unsigned long round = 1; round <= 5; ++round)
     {
-        hostile.send(makeHalfBadOperation(), allOrNothing());
+        hostile.send(makeHalfFailingOperation(), allOrNothing());
         // The entries of text, and those of which nothing happened, each once.
         EXPECT_EQ(session.getServer().getStatistics()._replayedCount, 10u + round - 1);
     }
     session[1].replace(0, 0, "y");
     session.settle();
-    hostile.send(makeHalfBadOperation(), allOrNothing());
+    hostile.send(makeHalfFailingOperation(), allOrNothing());
     EXPECT_EQ(session.getServer().getStatistics()._replayedCount, 16u);
     EXPECT_EQ(session.getServer().getStatistics()._rejectedCount, 6u);
     EXPECT_EQ(session.join().getText(), "yaxxxxxxxxxxb");
@@ -306,7 +358,7 @@ TEST(Server, KeepsNoMoreHistoryWhenOperationsFailAllTheTime)
     {
         session[round % 2].replace(1, 1, "x");
         session.settle();
-        hostile.send(makeHalfBadOperation());
+        hostile.send(makeHalfFailingOperation());
     }
     EXPECT_EQ(session.getServer().getRevision(), 200u);
     EXPECT_LE(session.getServer().getKeptEntriesCount(), 20u);

@@ -275,17 +275,31 @@ public:
     /// An operation that is well formed, and fits no document: a setting of a run where no run is.
     static CollaborationEngine::OperationUPtr makeBadOperation()
     {
-        using DOMCollaboration::PropertyId;
         using Value = DOMCollaboration::MapPropertyIdToSimpleDataValue<PropertyId::RunPropertyId>;
-        CollaborationEngine::OperationNodeAddress address = TextEditor::getMainTextAddress();
-        address.appendItems(NodeAddressing::AddressInList(0));
-        return std::make_unique<CollaborationEngine::SetPropertyOperation>(
-            std::move(address), DOMCollaboration::convertOperationNodeType(DOMCollaboration::OperationDOMNodeType::Run),
-            DOMCollaboration::convertPropertyId(PropertyId::RunPropertyId), makeSharedConst<Value>(nullptr),
-            makeSharedConst<Value>(std::make_shared<DOM::RunProps>()));
+        return setRun<PropertyId::RunPropertyId>(0, makeSharedConst<Value>(nullptr),
+                                                 makeSharedConst<Value>(std::make_shared<DOM::RunProps>()));
+    }
+
+    /// One of which only the executor sees that it doesn't fit: the size of a run of text, which stands at slot 1.
+    static CollaborationEngine::OperationUPtr makeFailingOperation()
+    {
+        using Value = DOMCollaboration::MapPropertyIdToSimpleDataValue<PropertyId::ExtentId>;
+        return setRun<PropertyId::ExtentId>(1, makeSharedConst<Value>(), makeSharedConst<Value>());
     }
 
 private:
+    using PropertyId = DOMCollaboration::PropertyId;
+
+    template<PropertyId property, class Value>
+    static CollaborationEngine::OperationUPtr setRun(unsigned long slot, Value oldValue, Value newValue)
+    {
+        CollaborationEngine::OperationNodeAddress address = TextEditor::getMainTextAddress();
+        address.appendItems(NodeAddressing::AddressInList(slot));
+        return std::make_unique<CollaborationEngine::SetPropertyOperation>(
+            std::move(address), DOMCollaboration::convertOperationNodeType(DOMCollaboration::OperationDOMNodeType::Run),
+            DOMCollaboration::convertPropertyId(property), std::move(oldValue), std::move(newValue));
+    }
+
     static Selections getAllSelections(const Client& client)
     {
         Selections selections = client.getSelections();
