@@ -23,10 +23,10 @@ using Zem::DOMCollaboration::PropertyId;
 namespace
 {
 
-LookChange makeLookChange(Random& random)
+LookChange makeLookChange(bool isOfRuns, Random& random)
 {
-    const PropertyChange change = random.isOnceIn(2) ? changeRun(random, Zem::DOM::TextRun())
-                                                     : changeParagraph(random, Zem::DOM::Paragraph());
+    const PropertyChange change =
+        isOfRuns ? changeRun(random, Zem::DOM::TextRun()) : changeParagraph(random, Zem::DOM::Paragraph());
     try
     {
         return LookChange::setProperty(change._property, change._newValue);
@@ -80,11 +80,12 @@ ClientBatch HostileSender::makeBatch(HostileOperations& operations, Random& rand
     ClientBatch batch;
     batch._base = random.isOnceIn(10) ? operations.makeBase(_revision) : _revision;
     batch._firstNumber = random.isOnceIn(20) ? operations.makeBase(_lastNumber) : _lastNumber + 1;
-    for (unsigned long count = random.pick(random.isOnceIn(4) ? 6 : 2); count > 0; --count)
+    const unsigned long mostActions = random.isOnceIn(4) ? 6 : 1;
+    for (unsigned long count = random.isOnceIn(10) ? 0 : 1 + random.pick(mostActions); count > 0; --count)
     {
         batch._actions.push_back({operations.makeOperation(), makeMeaning(operations, random)});
     }
-    if (random.isOnceIn(3))
+    if (random.isOnceIn(4))
     {
         batch._selection = std::make_shared<const Selection>(operations.makeSelection());
     }
@@ -108,8 +109,11 @@ std::shared_ptr<const Meaning> HostileSender::makeMeaning(HostileOperations& ope
         {
             stretch.getSelectionEnd() = stretch.getSelectionBegin();
         }
-        const auto target = static_cast<LookTarget>(random.isOnceIn(20) ? random.pick(256) : random.pick(2));
-        meaning->_looks.push_back({std::move(stretch), target, makeLookChange(random)});
+        const bool isOfRuns = random.isOnceIn(2);
+        const LookTarget target = isOfRuns ? LookTarget::Runs : LookTarget::Paragraphs;
+        const auto anyTarget = static_cast<LookTarget>(random.pick(256));
+        meaning->_looks.push_back(
+            {std::move(stretch), random.isOnceIn(20) ? anyTarget : target, makeLookChange(isOfRuns, random)});
     }
     return meaning;
 }

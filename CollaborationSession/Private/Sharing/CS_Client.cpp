@@ -323,7 +323,7 @@ void Client::takeBackLast()
     _pendingNodes.reset();
     const Pending last = std::move(_pending.back());
     _pending.pop_back();
-    _ownActions.pop_back();
+    forgetAction(last._lastID);
     try
     {
         _replica.getExecutor().reverse(*last._operation);

@@ -168,8 +168,8 @@ TEST_F(AgainstAnybody, LooksThatAreNoneAreErrorsOfTheirSender)
 TEST_F(AgainstAnybody, ABatchInFrontOfItsSendersLastActionIsAnErrorOfItsSender)
 {
     _hostile.send(std::make_shared<EmptyOperation>());
-    EXPECT_THROW(_hostile.send({{std::make_shared<EmptyOperation>(), nullptr}}, 0), InvalidBatchError);
-    EXPECT_NO_THROW(_hostile.send({{std::make_shared<EmptyOperation>(), nullptr}}, 1));
+    EXPECT_THROW(_hostile.sendAll({{std::make_shared<EmptyOperation>(), nullptr}}, 0), InvalidBatchError);
+    EXPECT_NO_THROW(_hostile.sendAll({{std::make_shared<EmptyOperation>(), nullptr}}, 1));
 }
 
 TEST_F(AgainstAnybody, AnActionThatDidntHappenAsAWholeLeavesNoTraceOfWhatItsAuthorSaysThatWas)
@@ -208,7 +208,7 @@ TEST(LaggingClient, IsToldSoIfItsBatchesAreBroughtPastTooMuchAndItDoesntComeNear
     }
     EXPECT_EQ(sentCount, 51u);
     // What else it sends is passed over.
-    EXPECT_NO_THROW(lagging.send({{TestSupport::insert(2, "y"), nullptr}}, 0));
+    EXPECT_NO_THROW(lagging.sendAll({{TestSupport::insert(2, "y"), nullptr}}, 0));
     session.settle();
     EXPECT_EQ(session.getServer().getRevision(), 20u);
 }
@@ -241,7 +241,7 @@ TEST(FailingBatch, CostsTheServerOnlySoManyDocuments)
     {
         actions.push_back({SessionCase::makeFailingOperation(), nullptr});
     }
-    hostile.send(std::move(actions), 0);
+    hostile.sendAll(std::move(actions), 0);
     EXPECT_EQ(replacementsCount, 3);
     ASSERT_EQ(hostile.getRefusals().size(), 50u);
     EXPECT_EQ(hostile.getRefusals()[2]._reason, RefusalReason::FitsNoDocument);
@@ -263,9 +263,9 @@ TEST(FailingBatch, IsBroughtPastOnlySoMuch)
     std::vector<Action> actions;
     for (int number = 0; number < 100; ++number)
     {
-        actions.push_back({TestSupport::insert(2, "x"), nullptr});
+        actions.push_back({TestSupport::insert(3, "x"), nullptr});
     }
-    hostile.send(std::move(actions), 0);
+    hostile.sendAll(std::move(actions), 0);
     EXPECT_FALSE(hostile.getRefusals().empty());
     EXPECT_LT(hostile.getRefusals().size(), 100u);
     session.settle();

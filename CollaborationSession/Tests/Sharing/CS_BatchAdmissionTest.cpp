@@ -236,17 +236,36 @@ TEST(BatchAdmission, RefusesIDsOfOthers)
     EXPECT_EQ(findFault(withID(mark(0, 1), foreign - 1)), noFault);
     EXPECT_EQ(findFault(withID(mark(0, 1), own - 1)), OperationFault::ForeignID);
     EXPECT_EQ(findFault(withID(mark(0, 1), foreign)), OperationFault::ForeignID);
-    // It may be all that is left of what a restoring brought along.
-    EXPECT_EQ(findFault(compose(makeParts(withID(mark(0, 1), foreign)))), noFault);
+    EXPECT_EQ(findFault(compose(makeParts(withID(mark(0, 1), foreign)))), OperationFault::ForeignID);
     EXPECT_EQ(findFault(shadow(withID(mark(0, 1), foreign), Shadows{})), OperationFault::ForeignID);
 }
 
-TEST(BatchAdmission, RestoringsBringOperationsOfOthersAlong)
+TEST(BatchAdmission, RestoringsBringOperationsOfOthersAlongThatLieInWhatComesBack)
 {
     const Operation::Id foreign = getFirstOperationID(author + 1);
-    EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "a"), withID(insert(1, "x"), foreign)))), noFault);
-    EXPECT_EQ(findFault(makeUnit(makeParts(withID(restore(1, "a"), foreign), insert(1, "x")))), noFault);
-    EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "a"), withID(insert(1, "x"), 1ul << 53U)))),
+    const auto inElement = [&](unsigned long slot)
+    {
+        OperationNodeAddress text = getElement(slot);
+        text.appendItems(makeChunk(OperationDOMNodeType::TextWithTombstones));
+        return withID(inText(text, insert(0, "x")), foreign);
+    };
+    EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "#"), inElement(1)))), noFault);
+    EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "##"), inElement(2)))), noFault);
+    EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "#"), makeUnit(makeParts(inElement(1)))))), noFault);
+    EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "#"), shadow(inElement(1), makeShadow(1))))), noFault);
+    for (const unsigned long slot : {0ul, 2ul})
+    {
+        EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "#"), inElement(slot)))), OperationFault::ForeignID);
+    }
+    // It lies beside what comes back, or in front of it, or nothing comes back.
+    EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "a"), withID(insert(1, "x"), foreign)))),
+              OperationFault::ForeignID);
+    EXPECT_EQ(findFault(makeUnit(makeParts(inElement(1), restore(1, "#")))), OperationFault::ForeignID);
+    EXPECT_EQ(findFault(makeUnit(makeParts(inElement(1)))), OperationFault::ForeignID);
+    EXPECT_EQ(findFault(compose(makeParts(restore(1, "#"), inElement(1)))), OperationFault::ForeignID);
+    EXPECT_EQ(findFault(makeUnit(makeParts(withID(restore(1, "a"), foreign), insert(1, "x")))),
+              OperationFault::ForeignID);
+    EXPECT_EQ(findFault(makeUnit(makeParts(restore(1, "#"), withID(setRunOn(getElement(1)), 1ul << 53U)))),
               OperationFault::ForeignID);
 }
 

@@ -7,6 +7,7 @@
 #include "Notifications/DClb_SingleActionExecutorNotificationObserver.h"
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <stdexcept>
 
@@ -302,6 +303,110 @@ TEST_F(FailingReceipt, SlotThatThrowsAfterwardsStopsNothing)
     EXPECT_EQ(_session[0].getText(), "axyzbcd");
     EXPECT_EQ(client.getPendingCount(), 1u);
     EXPECT_TRUE(client.takeRefusals().empty());
+}
+
+/// All that the server told a client, in its order.
+std::vector<ServerMessage> listen(Server& server, const std::function<void()>& act)
+{
+    std::vector<ServerMessage> told;
+    const ClientID id = server.join([&](const ServerMessage& message) { told.push_back(message); }).first;
+    act();
+    server.leave(id);
+    return told;
+}
+
+TEST(Client, MessagesThatComeTwiceOrLateDoNothing)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(2, 2, "!");
+    const std::vector<ServerMessage> told = listen(session.getServer(),
+                                                   [&]
+                                                   {
+                                                       session[1].replace(1, 1, "x");
+                                                       session[1].putCaret(2);
+                                                       session[1].send();
+                                                       session[1].receive();
+                                                       session[1].replace(2, 2, "y");
+                                                       session[1].send();
+                                                   });
+    session[0].receive();
+    const State before(session[0]);
+    session[0].getClient().receive(told);
+    session[0].getClient().receive(std::span(told).first(1));
+    EXPECT_TRUE(State(session[0]) == before);
+    EXPECT_EQ(session[0].getText(), "axyb!");
+    session.settle();
+}
+
+TEST(Client, AMessageInFrontOfOthersFailsAndDoesNothing)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(2, 2, "!");
+    const State before(session[0]);
+    const auto second = makeEntry(2, 2, 2, TestSupport::insert(3, "y"));
+    const SelectionMoved early{1, 2, std::make_shared<const Selection>(Participant::makeCaret(2))};
+    EXPECT_THROW(session[0].getClient().receive(std::vector<ServerMessage>{second}), InvalidMessageError);
+    EXPECT_THROW(session[0].getClient().receive(std::vector<ServerMessage>{early}), InvalidMessageError);
+    EXPECT_TRUE(State(session[0]) == before);
+    session.settle();
+}
+
+TEST(Client, ABatchThatTheOldConnectionDeliversLateIsTakenInOnce)
+{
+    SessionCase session("{|ab}");
+    session[0].replace(1, 1, "x");
+    const auto late = session[0].getClient().takeBatch();
+    session[0].disconnect();
+    session[0].reconnect();
+    session.getServer().receive(session[0].getClient().getID(), *late);
+    session[0].replace(2, 2, "y");
+    session.settle();
+    session.getServer().receive(session[0].getClient().getID(), *late);
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "axyb");
+    EXPECT_TRUE(session[0].getClient().isQuiet());
+}
+
+/// Takes back the last pending operation, which is found by its id: those of a client are counted.
+void takeBackLast(Client& client)
+{
+    Operation::Id id = client.getID() << 32U;
+    for (const Operation::Id end = id + 100; id < end;)
+    {
+        EmptyOperation operation;
+        operation.setIDIfNeeded(id);
+        try
+        {
+            client.getExecutor().reverse(operation);
+            return;
+        }
+        catch (const AssertionFailure&)
+        {
+            continue;
+        }
+    }
+    FAIL() << "nothing is pending";
+}
+
+TEST(Client, AnUndoThatIsTakenBackCanBeDoneAgain)
+{
+    SessionCase session("{|ab}");
+    Client& client = session[0].getClient();
+    session[0].replace(1, 1, "x");
+    session.settle();
+    for (int round = 0; round < 3; ++round)
+    {
+        ASSERT_TRUE(client.undo());
+        EXPECT_EQ(session[0].getText(), "ab");
+        ASSERT_TRUE(client.redo());
+        EXPECT_EQ(session[0].getText(), "axb");
+    }
+    ASSERT_TRUE(client.undo());
+    takeBackLast(client);
+    EXPECT_EQ(session[0].getText(), "axb");
+    EXPECT_TRUE(client.undo());
+    session.settle();
+    EXPECT_EQ(session[1].getText(), "ab");
 }
 
 TEST(Client, SignalIsNotRaisedWhereNothingWasExecuted)

@@ -24,10 +24,10 @@ public:
 
     void send(OperationPtr operation, std::shared_ptr<const Meaning> meaning = nullptr)
     {
-        send(std::vector<Action>{{std::move(operation), std::move(meaning)}}, _server.getRevision());
+        sendAll({{std::move(operation), std::move(meaning)}}, _server.getRevision());
     }
 
-    void send(std::vector<Action> actions, Revision base)
+    void sendAll(std::vector<Action> actions, Revision base)
     {
         ClientBatch batch;
         batch._base = base;
