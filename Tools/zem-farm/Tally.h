@@ -54,8 +54,8 @@ struct Tally
     unsigned long _shadowedCount = 0;
     /// Bad operations that were sent on purpose; the server must have rejected them all.
     unsigned long _badCount = 0;
-    /// Batches of strangers, and those among them that the server turned away as a whole; the actions of the others, and
-    /// those among them of which less happened than they say.
+    /// Batches of strangers, and those among them that the server turned away as a whole; the actions of the others,
+    /// and those among them of which less happened than they say.
     unsigned long _hostileBatchesCount = 0;
     unsigned long _turnedAwayCount = 0;
     unsigned long _hostileActionsCount = 0;

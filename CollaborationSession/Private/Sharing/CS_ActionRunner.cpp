@@ -62,10 +62,10 @@ unsigned long countRanges(const Operation& operation)
         [](const AtomicOperation& atomic)
         {
             const auto* onRanges = cast<ListMultirangeOperation>(&atomic);
-            return ofEachOperation +
-                   (onRanges ? visitWith<unsigned long>(*onRanges, [](const auto& ranges)
-                                                        { return ranges.getNestedOperations().size(); })
-                             : 0);
+            return ofEachOperation + (onRanges
+                                          ? visitWith<unsigned long>(*onRanges, [](const auto& ranges)
+                                                                     { return ranges.getNestedOperations().size(); })
+                                          : 0);
         },
         [](const CompositeOperation& composite)
         {
@@ -341,6 +341,7 @@ void ActionRunner::giveUp()
 void ActionRunner::restore(std::size_t doneCount)
 {
     forget(doneCount);
+    _typedApart.clear();
     _host.restore(_done);
 }
 

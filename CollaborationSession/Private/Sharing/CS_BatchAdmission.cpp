@@ -98,8 +98,9 @@ public:
         }
         allowance.spend(_ranges.size());
         const HierarchicalOperation* onNode = findOnNode(part);
-        return onNode && std::any_of(_ranges.begin(), _ranges.end(), [&](const RestoredRange& range)
-                                     { return range.contains(onNode->getNodeAddress()); });
+        return onNode &&
+               std::any_of(_ranges.begin(), _ranges.end(),
+                           [&](const RestoredRange& range) { return range.contains(onNode->getNodeAddress()); });
     }
 
 private:
@@ -175,6 +176,7 @@ private:
 
     void requireNext(const Operation& operation, const Surroundings& surroundings, Pending& pending);
     void requireComposite(const CompositeOperation& composite, const Surroundings& surroundings, Pending& pending);
+    void requireStretch(const Stretch& stretch);
     void requireLook(const LookSetting& look);
     void requireShadowed(const ShadowedOperation& shadowed, Surroundings surroundings);
     void requireShadows(const Shadows& shadows, const HierarchicalOperation& operation);
@@ -261,7 +263,8 @@ void BatchAdmission::Impl::requireComposite(const CompositeOperation& composite,
     {
         requireSound(static_cast<bool>(part), OperationFault::MissingPart);
         Surroundings ofPart = inside;
-        ofPart._mayBeForeign = inside._mayBeForeign || (inside._isInUnit && restored.contain(*part, _budget._namedSlots));
+        ofPart._mayBeForeign =
+            inside._mayBeForeign || (inside._isInUnit && restored.contain(*part, _budget._namedSlots));
         pending.emplace_back(part.get(), ofPart);
         if (inside._isInUnit)
         {
@@ -625,26 +628,36 @@ void BatchAdmission::Impl::raiseBound(unsigned long elementsLeftBefore)
 
 void BatchAdmission::Impl::requireWellFormed(const Meaning& meaning)
 {
-    _budget._operations.spend(meaning._looks.size());
+    _budget._operations.spend(meaning._looks.size() + meaning._typedApart.size());
     _content.requireLook(meaning._typedLook);
+    for (const Stretch& stretch : meaning._typedApart)
+    {
+        requireStretch(stretch);
+    }
     for (const LookSetting& look : meaning._looks)
     {
         requireLook(look);
     }
 }
 
+void BatchAdmission::Impl::requireStretch(const Stretch& stretch)
+{
+    requireWellFormed(stretch);
+    const std::optional<StretchInText> inText = findStretchInText(stretch);
+    requireSound(inText && inText->_firstSlot <= inText->_lastSlot, OperationFault::NoStretchOfText);
+    _budget._namedSlots.spend(inText->_lastSlot - inText->_firstSlot + 1);
+}
+
 void BatchAdmission::Impl::requireLook(const LookSetting& look)
 {
-    requireWellFormed(look._stretch);
-    const std::optional<StretchInText> stretch = findStretchInText(look._stretch);
-    requireSound(stretch && stretch->_firstSlot <= stretch->_lastSlot, OperationFault::NoStretchOfText);
-    _budget._namedSlots.spend(stretch->_lastSlot - stretch->_firstSlot + 1);
+    requireStretch(look._stretch);
     const bool isOfRuns = look._target == LookTarget::Runs;
     requireSound(isOfRuns || look._target == LookTarget::Paragraphs, OperationFault::InvalidEnumerator);
     const auto type = findOperandType(
         convertOperationNodeType(isOfRuns ? OperationDOMNodeType::Run : OperationDOMNodeType::ParagraphTag));
     const PropertyId property = look._change.getPropertyId();
-    const bool isItsOwn = std::find(type->_properties.begin(), type->_properties.end(), property) != type->_properties.end();
+    const bool isItsOwn =
+        std::find(type->_properties.begin(), type->_properties.end(), property) != type->_properties.end();
     requireSound(isItsOwn, OperationFault::UnknownProperty);
     _content.requireProperty(convertPropertyId(property), look._change.getValue().get());
 }

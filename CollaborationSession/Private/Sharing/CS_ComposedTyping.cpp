@@ -35,9 +35,8 @@ const TextWithTombstonesElementVector* findBytes(const Nested& nested)
 template<class Ranges>
 bool haveBytes(const Ranges* operation)
 {
-    return operation &&
-           std::all_of(operation->getNestedOperations().begin(), operation->getNestedOperations().end(),
-                       [](const auto& nested) { return findBytes(nested) != nullptr; });
+    return operation && std::all_of(operation->getNestedOperations().begin(), operation->getNestedOperations().end(),
+                                    [](const auto& nested) { return findBytes(nested) != nullptr; });
 }
 
 template<class Nested>

@@ -54,8 +54,8 @@ struct AdmissionLimits
     // Of a session. These are for its server to keep.
 
     /// How many entries of the history the batches of a client may be brought past altogether, those not counted that
-    /// are due to it because the history has grown since. A client that asks for more is told that it is too far behind:
-    /// it joins anew, and brings what is pending past the rest by itself.
+    /// are due to it because the history has grown since. A client that asks for more is told that it is too far
+    /// behind: it joins anew, and brings what is pending past the rest by itself.
     unsigned long _lag = 100000;
     /// Clients that are in a session at a time.
     unsigned long _members = 1000;

@@ -87,16 +87,17 @@ public:
     /// arrived before are passed over, and so is all that a client sends who is too far behind.
     ///
     /// Fails: `InvalidBatchError` for an unknown client, a base that the client can't have or that lies in front of its
-    /// own last action, a number that leaves a gap, and an action without an operation; `InvalidOperationError` for an operation, a selection or a look that no
-    /// client of this library makes, or that is beyond a limit. Nothing has happened then, and nobody else notices.
+    /// own last action, a number that leaves a gap, and an action without an operation; `InvalidOperationError` for an
+    /// operation, a selection or a look that no client of this library makes, or that is beyond a limit. Nothing has
+    /// happened then, and nobody else notices.
     ///
-    /// A client that lets its batches be brought past too many entries without coming nearer (`AdmissionLimits`) is told
-    /// that it is too far behind.
+    /// A client that lets its batches be brought past too many entries without coming nearer (`AdmissionLimits`) is
+    /// told that it is too far behind.
     ///
-    /// Cost: of a transformation for each pair of an operation and what happened since the base; and the execution. What
-    /// doesn't fit the document costs a look. An operation that fails all the same costs two copies of the document, as
-    /// does an action that is all or nothing and can't happen; and however many fail, no entry of the history is
-    /// executed again more than once.
+    /// Cost: of a transformation for each pair of an operation and what happened since the base; and the execution.
+    /// What doesn't fit the document costs a look. An operation that fails all the same costs two copies of the
+    /// document, as does an action that is all or nothing and can't happen; and however many fail, no entry of the
+    /// history is executed again more than once.
     void receive(ClientID client, const ClientBatch& batch);
 
     const DOM::Document& getDocument() const

@@ -118,9 +118,9 @@ TEST_F(AgainstAnybody, IDsOfOthersAreErrorsOfTheirSender)
 TEST_F(AgainstAnybody, WhatARestoringDoesntBringAlongHasNoIDsOfOthers)
 {
     const Operation::Id others = getFirstOperationID(_session[1].getClient().getID());
-    expectError(OperationFault::ForeignID, compose(makeParts(own(TestSupport::restore(1, "|")),
-                                                             withID(TestSupport::insert(3, "y"), others)),
-                                                   CompositeKind::Restoring));
+    expectError(OperationFault::ForeignID,
+                compose(makeParts(own(TestSupport::restore(1, "|")), withID(TestSupport::insert(3, "y"), others)),
+                        CompositeKind::Restoring));
 }
 
 TEST_F(AgainstAnybody, ABatchOfTooManyOperationsIsAnErrorOfItsSender)
@@ -147,22 +147,17 @@ TEST_F(AgainstAnybody, LooksThatAreNoneAreErrorsOfTheirSender)
     };
     expectLookError(OperationFault::NoStretchOfText,
                     [](LookSetting& look) { look._stretch.getSelectionBegin().getAddress().trimAtEnd(1); });
-    expectLookError(OperationFault::NoStretchOfText,
-                    [](LookSetting& look)
+    expectLookError(OperationFault::NoStretchOfText, [](LookSetting& look)
                     { look._stretch.getSelectionBegin() = Participant::makeCaret(3).getSelectionBegin(); });
     expectLookError(OperationFault::IndexTooHigh,
                     [](LookSetting& look) { look._stretch = Participant::makeCaret(1ul << 60U); });
     expectLookError(OperationFault::InvalidEnumerator,
                     [](LookSetting& look) { look._target = static_cast<LookTarget>(9); });
     expectLookError(OperationFault::UnknownProperty,
-                    [](LookSetting& look)
-                    { look._change = LookChange::clearField(&DOM::ParaProps::_alignment); });
-    expectLookError(OperationFault::NumberNotFinite,
-                    [](LookSetting& look)
-                    {
-                        look._change = LookChange::setField(&DOM::RunProps::_fontSize,
-                                                            std::numeric_limits<float>::quiet_NaN());
-                    });
+                    [](LookSetting& look) { look._change = LookChange::clearField(&DOM::ParaProps::_alignment); });
+    expectLookError(
+        OperationFault::NumberNotFinite, [](LookSetting& look)
+        { look._change = LookChange::setField(&DOM::RunProps::_fontSize, std::numeric_limits<float>::quiet_NaN()); });
 }
 
 TEST_F(AgainstAnybody, ABatchInFrontOfItsSendersLastActionIsAnErrorOfItsSender)

@@ -1,4 +1,5 @@
 #include "Sharing/CS_HostileClient.h"
+#include "Sharing/CS_InvalidOperationError.h"
 #include "Sharing/CS_SectionColumns.h"
 #include "Sharing/CS_SessionCase.h"
 
