@@ -72,7 +72,8 @@ std::optional<StretchInText> findStretchInText(const Selection& selection)
     {
         return std::nullopt;
     }
-    return StretchInText{getText(begin), first->getIndex(), last->getIndex()};
+    const auto [firstSlot, lastSlot] = std::minmax(first->getIndex(), last->getIndex());
+    return StretchInText{getText(begin), firstSlot, lastSlot};
 }
 
 StretchInText readStretch(const Stretch& stretch)

@@ -11,7 +11,8 @@
 namespace Zem::CollaborationSession
 {
 
-/// The text that a stretch lies in, and the slots of its first and last element.
+/// The text that a stretch lies in, and the slots of its first and last element, in this order: where all that lay
+/// between them is gone, the ends may have passed each other.
 struct StretchInText
 {
     CollaborationEngine::OperationNodeAddress _text;

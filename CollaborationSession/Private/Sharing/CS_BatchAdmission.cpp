@@ -644,7 +644,7 @@ void BatchAdmission::Impl::requireStretch(const Stretch& stretch)
 {
     requireWellFormed(stretch);
     const std::optional<StretchInText> inText = findStretchInText(stretch);
-    requireSound(inText && inText->_firstSlot <= inText->_lastSlot, OperationFault::NoStretchOfText);
+    requireSound(inText.has_value(), OperationFault::NoStretchOfText);
     _budget._namedSlots.spend(inText->_lastSlot - inText->_firstSlot + 1);
 }
 

@@ -118,15 +118,6 @@ OperationUPtr markInstead(const Operation& operation)
         [](const ShadowedOperation& shadowed) { return cloneOperation(shadowed); });
 }
 
-/// What a text made of an insertion may have turned an end of a stretch around: the tag of a run that isn't needed,
-/// say.
-Stretch orderEnds(Stretch stretch)
-{
-    const auto inText = findStretchInText(stretch);
-    const bool isTurned = inText && inText->_firstSlot > inText->_lastSlot;
-    return isTurned ? makeStretch(inText->_text, inText->_lastSlot, inText->_firstSlot) : stretch;
-}
-
 std::shared_ptr<Operation> makeSetting(const SetPropertyOperation& planned, const SetPropertyOperation& happened)
 {
     auto setting = std::make_shared<SetPropertyOperation>(happened.getNodeAddress(), happened.getOperandType(),
@@ -412,7 +403,7 @@ bool Bridge::follow(const Steps& steps, Stretch& stretch)
     {
         return false;
     }
-    stretch = orderEnds(std::move(single.begin()->second));
+    stretch = std::move(single.begin()->second);
     return true;
 }
 

@@ -137,7 +137,7 @@ TEST(ComposedTyping, SeveralRangesOfOneInsertionPartWhatIsMarked)
     typing.takeIn(*makeSeveral<Mark>({{20, "xy"}, {10, "abcd"}, {2, "e"}}));
     typing.takeIn(*makeSeveral<Insert>({{21, "5"}, {20, "4"}, {13, "3"}, {11, "1"}, {11, "2"}, {10, "0"}, {3, "9"}}));
     EXPECT_EQ(describe(typing.makeOperations()),
-              "insert 21:5 20:4 13:3 11:21 10:0 3:9 mark 28:y 26:x 17:d 14:bc 12:a 2:e");
+              "insert 21:5 20:4 13:3 11:21 10:0 3:9 mark 28:y 26:x 18:d 15:bc 12:a 2:e");
 }
 
 /// From the end to the beginning, as all of one letter are deleted; each is an operation of its own, or they are one.
