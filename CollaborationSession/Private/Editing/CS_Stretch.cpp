@@ -8,6 +8,7 @@
 
 #include "Util_Cast.h"
 
+#include <algorithm>
 #include <exception>
 
 namespace Zem::CollaborationSession
@@ -72,7 +73,7 @@ std::optional<StretchInText> findStretchInText(const Selection& selection)
     {
         return std::nullopt;
     }
-    const auto [firstSlot, lastSlot] = std::minmax(first->getIndex(), last->getIndex());
+    const auto [firstSlot, lastSlot] = std::minmax({first->getIndex(), last->getIndex()});
     return StretchInText{getText(begin), firstSlot, lastSlot};
 }
 
