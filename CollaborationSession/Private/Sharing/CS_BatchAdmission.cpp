@@ -51,6 +51,8 @@ struct Surroundings
     bool _isInUnit = false;
     /// It may be somebody else's that a restoring brings along.
     bool _mayBeForeign = false;
+    /// It is part of an undo.
+    bool _isUndo = false;
     /// It isn't to be executed here: it is shadowed, or tells what was to be.
     bool _isDormant = false;
     /// It leads from what was to be to what happened.
@@ -161,7 +163,7 @@ public:
         ZEM_ASSERT(author <= highestClientID);
     }
 
-    void requireWellFormed(const Operation& operation, bool mayBeForeign);
+    void requireWellFormed(const Operation& operation, bool isUndo);
     void requireWellFormed(const Meaning& meaning);
     void requireWellFormed(const Selection& selection);
 
@@ -174,7 +176,7 @@ private:
     /// What is still to be looked at. It is kept here, and not on the stack of calls.
     using Pending = std::vector<std::pair<const Operation*, Surroundings>>;
 
-    void requireNext(const Operation& operation, const Surroundings& surroundings, Pending& pending);
+    void requireNext(const Operation& operation, Surroundings surroundings, Pending& pending);
     void requireComposite(const CompositeOperation& composite, const Surroundings& surroundings, Pending& pending);
     void requireStretch(const Stretch& stretch);
     void requireLook(const LookSetting& look);
@@ -214,11 +216,11 @@ private:
     ContentAdmission _content;
 };
 
-void BatchAdmission::Impl::requireWellFormed(const Operation& operation, bool mayBeForeign)
+void BatchAdmission::Impl::requireWellFormed(const Operation& operation, bool isUndo)
 {
     _budget._operations.spend(1);
     Surroundings surroundings;
-    surroundings._mayBeForeign = mayBeForeign;
+    surroundings._isUndo = isUndo;
     Pending pending{{&operation, surroundings}};
     while (!pending.empty())
     {
@@ -228,8 +230,9 @@ void BatchAdmission::Impl::requireWellFormed(const Operation& operation, bool ma
     }
 }
 
-void BatchAdmission::Impl::requireNext(const Operation& operation, const Surroundings& surroundings, Pending& pending)
+void BatchAdmission::Impl::requireNext(const Operation& operation, Surroundings surroundings, Pending& pending)
 {
+    surroundings._mayBeForeign |= surroundings._isUndo && cast<ShadowedOperation>(&operation);
     requireID(operation, surroundings._mayBeForeign);
     visitWith(
         operation, [&](const AtomicOperation& atomic) { requireAtomic(atomic, surroundings); },
@@ -695,9 +698,9 @@ BatchAdmission::BatchAdmission(ClientID author, unsigned long slotsBound, const 
 
 BatchAdmission::~BatchAdmission() = default;
 
-void BatchAdmission::requireWellFormed(const Operation& operation, bool mayBeForeign)
+void BatchAdmission::requireWellFormed(const Operation& operation, bool isUndo)
 {
-    _impl->requireWellFormed(operation, mayBeForeign);
+    _impl->requireWellFormed(operation, isUndo);
 }
 
 void BatchAdmission::requireWellFormed(const Meaning& meaning)

@@ -323,7 +323,7 @@ void Server::requireAdmissible(ClientID author, const ClientBatch& batch) const
     for (const Action& action : batch._actions)
     {
         // Of an undo all that is left may be what it brings along of somebody else's.
-        admission.requireWellFormed(*action._operation, false);
+        admission.requireWellFormed(*action._operation, action._meaning && action._meaning->_isUndo);
         if (action._meaning)
         {
             admission.requireWellFormed(*action._meaning);

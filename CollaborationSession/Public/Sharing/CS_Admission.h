@@ -51,12 +51,12 @@ public:
     /// Requires that an operation can be transformed and executed without harm to anybody else.
     ///
     /// Ids are the author's own, but for what a restoring brings along: a part of a unit that lies in something which
-    /// a part in front of it restores. Of an undo such a part may be all that is left, which `mayBeForeign` then.
-    /// A removal for good is the reversal of an insertion, which travels only in the way from what a restoring was to
-    /// be to what happened.
+    /// a part in front of it restores. Of an undo such a part may be all that is left; as long as it is shadowed, it
+    /// may have any id, if `isUndo`. A removal for good is the reversal of an insertion, which travels only in the way
+    /// from what a restoring was to be to what happened.
     ///
     /// Fails: `InvalidOperationError`. Cost: linear in the operation and all that it carries, up to the limits.
-    void requireWellFormed(const CollaborationEngine::Operation& operation, bool mayBeForeign = false);
+    void requireWellFormed(const CollaborationEngine::Operation& operation, bool isUndo = false);
 
     /// The same for what is meant by them: looks are of stretches of texts, their fields and values those of runs or
     /// paragraphs.
