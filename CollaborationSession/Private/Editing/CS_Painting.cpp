@@ -162,7 +162,9 @@ private:
             }
             const unsigned long size = DOM::PlaneSize::of(*run);
             const bool isText = run->getKind() == DOM::RunKind::TextRun;
-            visitRun(*run, element, PlaneStretch{isText ? element + 1 : element, element + size, PlanePlace()});
+            visitRun(
+                *run, element,
+                PlaneStretch{isText ? element + 1 : element, element + size, PlanePlace(), std::nullopt, std::nullopt});
             element += size;
         }
     }
@@ -182,20 +184,35 @@ private:
             return;
         }
         const unsigned long newTagsBefore = _newTags.size();
-        const unsigned long tagSlot = begin > content._begin ? part(run, begin) : _painter.getSlot(tag);
+        const unsigned long tagSlot = begin > content._begin ? part(run, getSlotInFront(begin)) : _painter.getSlot(tag);
         _painter.set(tagSlot + newTagsBefore, OperationDOMNodeType::Run, oldValue);
         _painter.addPiece(_painter.getSlot(begin) + _newTags.size(), _painter.getSlot(end - 1) + _newTags.size(),
                           oldValue);
         if (end < content._end)
         {
-            part(run, end);
+            part(run, getSlotBehind(end - 1));
         }
     }
 
-    /// Puts a new tag in front of a byte of a run, and gives the slot that the byte has before any painting.
-    unsigned long part(const DOM::Run& run, unsigned long element)
+    /// Where the stretch begins in front of a byte: what is dead in the stretch belongs to it, and nothing else.
+    unsigned long getSlotInFront(unsigned long element) const
     {
         const unsigned long slot = _painter.getSlot(element);
+        return _stretch._firstSlot ? std::min(slot, std::max(*_stretch._firstSlot, _painter.getSlot(element - 1) + 1))
+                                   : slot;
+    }
+
+    /// Where it ends behind a byte.
+    unsigned long getSlotBehind(unsigned long element) const
+    {
+        const unsigned long slot = _painter.getSlot(element) + 1;
+        return _stretch._lastSlot ? std::max(slot, std::min(*_stretch._lastSlot + 1, _painter.getSlot(element + 1)))
+                                  : slot;
+    }
+
+    /// Puts a new tag in front of a slot, and gives that, which is the tag's before any other painting.
+    unsigned long part(const DOM::Run& run, unsigned long slot)
+    {
         _newTags.push_back(makeNestedInsertion(_address, slot, {makeRunElement(run.getSharedStyle())}));
         return slot;
     }
@@ -215,7 +232,7 @@ PlaneStretch findStretch(const DOM::TextWithTombstones& text, unsigned long begi
 {
     const auto first = PlaneWalk::find(text.getBlocks(), IndexExcludingTombstones(begin));
     const PlanePlace behindAll{PlaceKind::TextEnd, text.getBlocks().size(), 0, 0};
-    return PlaneStretch{begin, end, first ? *first : behindAll};
+    return PlaneStretch{begin, end, first ? *first : behindAll, std::nullopt, std::nullopt};
 }
 
 PlaneStretch findStretchBetweenSlots(const DOM::TextWithTombstones& text, unsigned long firstSlot,
@@ -224,7 +241,10 @@ PlaneStretch findStretchBetweenSlots(const DOM::TextWithTombstones& text, unsign
     const CollaborationUtils::TombstonesStorage& tombstones = text.getTombstones();
     const auto countLiveBefore = [&](unsigned long slot)
     { return tombstones.getIndexToInsertTo(IndexIncludingTombstones(slot)).get(); };
-    return findStretch(text, countLiveBefore(firstSlot), countLiveBefore(lastSlot + 1));
+    PlaneStretch stretch = findStretch(text, countLiveBefore(firstSlot), countLiveBefore(lastSlot + 1));
+    stretch._firstSlot = firstSlot;
+    stretch._lastSlot = lastSlot;
+    return stretch;
 }
 
 Painting paintRuns(const DOM::TextWithTombstones& text, const OperationNodeAddress& address,
@@ -261,7 +281,12 @@ Painting paintParagraphs(const DOM::TextWithTombstones& text, const OperationNod
 Painting paintStretch(const DOM::TextWithTombstones& text, const OperationNodeAddress& address, unsigned long firstSlot,
                       unsigned long lastSlot, LookTarget target, const LookChange& change)
 {
-    const PlaneStretch stretch = findStretchBetweenSlots(text, firstSlot, lastSlot);
+    PlaneStretch stretch = findStretchBetweenSlots(text, firstSlot, lastSlot);
+    // A paragraph of which nothing but the mark is in the stretch was joined with one of which nothing is left.
+    if (target == LookTarget::Paragraphs && stretch._first._kind == PlaceKind::ParaMark)
+    {
+        stretch = findStretch(text, stretch._begin + 1, std::max(stretch._begin + 1, stretch._end));
+    }
     if (stretch._begin >= stretch._end)
     {
         return Painting();

@@ -12,6 +12,7 @@
 #include "DOM_TextWithTombstones.h"
 #include "PlaneIndexUtils/DClb_PlanePlace.h"
 
+#include <optional>
 #include <vector>
 
 namespace Zem::CollaborationSession
@@ -23,6 +24,9 @@ struct PlaneStretch
     unsigned long _begin = 0;
     unsigned long _end = 0;
     DOMCollaboration::PlanePlace _first;
+    /// Where it was meant to begin and end, both inside, dead elements included, if that is known.
+    std::optional<unsigned long> _firstSlot;
+    std::optional<unsigned long> _lastSlot;
 };
 
 /// Cost: one walk over the blocks, and the runs of one paragraph.

@@ -15,7 +15,7 @@ namespace
 /// Elements [begin, end), found by the index.
 PlaneStretch makeStretch(const CharacterIndex& index, unsigned long begin, unsigned long end)
 {
-    return PlaneStretch{begin, end, index.findPlace(begin)};
+    return PlaneStretch{begin, end, index.findPlace(begin), std::nullopt, std::nullopt};
 }
 
 } // namespace

@@ -305,6 +305,17 @@ Stretch makeStretchOfCharacters(const CharacterIndex& index, const CharacterRang
     return makeStretch(index.getTextInDocument().getAddress(), getSlot(index, first), getSlot(index, last));
 }
 
+/// The paragraphs of the range, from the tag of the first to the mark of the last: what others split off from them at
+/// the same moment is meant, too.
+Stretch makeStretchOfParagraphs(const CharacterIndex& index, const CharacterRange& range)
+{
+    const unsigned long first = index.convertToElement(range._begin);
+    const unsigned long last = range._begin < range._end ? findLastElement(index, range._end) : first;
+    const unsigned long tag = index.getBlock(index.findPlace(first)._blockIndex)._element;
+    const unsigned long behindMark = index.getBlock(index.findPlace(last)._blockIndex + 1)._element;
+    return makeStretch(index.getTextInDocument().getAddress(), getSlot(index, tag), getSlot(index, behindMark - 1));
+}
+
 } // namespace
 
 Operations TextEditor::performLook(Operations operations, const CharacterRange& range, LookTarget target,
@@ -314,7 +325,9 @@ Operations TextEditor::performLook(Operations operations, const CharacterRange& 
     {
         return operations;
     }
-    LookSetting look{makeStretchOfCharacters(getIndex(), range), target, change};
+    const bool isOfRuns = target == LookTarget::Runs;
+    LookSetting look{isOfRuns ? makeStretchOfCharacters(getIndex(), range) : makeStretchOfParagraphs(getIndex(), range),
+                     target, change};
     for (const auto& operation : operations)
     {
         moveStretch(look._stretch, *operation);

@@ -1,6 +1,9 @@
 #include "Sharing/CS_MatchElements.h"
 
+#include "Sharing/CS_TextPlaces.h"
+
 #include "Util_Assert.h"
+#include "Util_Cast.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -9,6 +12,7 @@ namespace Zem::CollaborationSession
 {
 
 using namespace CollaborationEngine;
+using DOMCollaboration::PlaceKind;
 
 namespace
 {
@@ -32,6 +36,21 @@ Elements listElements(const MultirangeInsert& insertion)
     return elements;
 }
 
+/// Two tags of one kind are one, though a text gives them the look of what they go on from.
+bool areSame(const SharedConstPtr<DataValue>& left, const SharedConstPtr<DataValue>& right)
+{
+    using TextElement = SimpleDataValue<DOMCollaboration::TextWithTombstonesElement>;
+    const auto* leftElement = cast<TextElement>(left.get());
+    const auto* rightElement = cast<TextElement>(right.get());
+    if (!leftElement || !rightElement)
+    {
+        return *left == *right;
+    }
+    const PlaceKind kind = getKind(leftElement->getValue());
+    const bool isTag = kind == PlaceKind::ParaTag || kind == PlaceKind::TextRunTag;
+    return isTag ? getKind(rightElement->getValue()) == kind : *left == *right;
+}
+
 /// The stretches of two sequences between the first and the last difference, compared pair by pair.
 class Middle
 {
@@ -48,7 +67,7 @@ public:
         {
             for (std::size_t column = _columns; column-- > 0;)
             {
-                const bool isSame = *first[begin + row] == *second[begin + column];
+                const bool isSame = areSame(first[begin + row], second[begin + column]);
                 _areSame[row * _columns + column] = isSame;
                 lengthAt(row, column) = isSame ? lengthAt(row + 1, column + 1) + 1
                                                : std::max(lengthAt(row + 1, column), lengthAt(row, column + 1));
@@ -100,16 +119,13 @@ std::vector<std::size_t> matchElements(const MultirangeInsert& first, const Mult
     const Elements secondElements = listElements(second);
     const auto firstCount = static_cast<std::ptrdiff_t>(firstElements.size());
     const auto secondCount = static_cast<std::ptrdiff_t>(secondElements.size());
-    const auto areEqual = [](const SharedConstPtr<DataValue>& left, const SharedConstPtr<DataValue>& right)
-    { return *left == *right; };
-
     std::vector<std::size_t> matches(firstElements.size(), noMatch);
-    const auto begin = std::mismatch(firstElements.begin(), firstElements.end(), secondElements.begin(),
-                                     secondElements.end(), areEqual)
-                           .first -
-                       firstElements.begin();
+    const auto begin =
+        std::mismatch(firstElements.begin(), firstElements.end(), secondElements.begin(), secondElements.end(), areSame)
+            .first -
+        firstElements.begin();
     const auto tail = std::mismatch(firstElements.rbegin(), firstElements.rend() - begin, secondElements.rbegin(),
-                                    secondElements.rend() - begin, areEqual)
+                                    secondElements.rend() - begin, areSame)
                           .first -
                       firstElements.rbegin();
     for (std::ptrdiff_t index = 0; index < begin; ++index)

@@ -12,9 +12,9 @@ namespace Zem::CollaborationSession
 inline constexpr std::size_t noMatch = ~std::size_t(0);
 
 /// For each element that `first` inserts, in the order of the list, the number of the same element in `second`; matches
-/// ascend. It is a longest common subsequence of what the elements hold.
-/// Cost: linear in the two where they agree at their beginnings and ends, and the product of what is left, unless that
-/// exceeds a million: then none of that is matched.
+/// ascend. It is a longest common subsequence of what the elements hold, tags of texts being equal if they are of one
+/// kind. Cost: linear in the two where they agree at their beginnings and ends, and the product of what is left, unless
+/// that exceeds a million: then none of that is matched.
 std::vector<std::size_t>
 matchElements(const CollaborationEngine::ListMultirangeOperationImpl<
                   CollaborationEngine::ListModificationOperation<CollaborationEngine::InsertTag>>& first,

@@ -30,12 +30,13 @@ public:
     {
     }
 
-    /// Takes in the paragraph around a gap in front of `slot`, of which `anchor` was a part.
+    /// Takes in the paragraph around a gap in front of `slot`, of which `anchor` was a part. The slots must ascend.
     void search(unsigned long slot, unsigned long anchor)
     {
         const unsigned long gap = _places.getGap(slot);
         const bool isAnchorDead = !_places.getElement(anchor);
-        if (!isAnchorDead || !isBetweenBlocks(gap))
+        const bool isFound = !_found.empty() && _found.rbegin()->first >= slot;
+        if (!isAnchorDead || isFound || !isBetweenBlocks(gap))
         {
             return;
         }

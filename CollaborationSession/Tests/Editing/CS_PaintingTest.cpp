@@ -229,8 +229,9 @@ TEST(Painting, OfParagraphsGoesToAllThatHaveAnElement)
 {
     Painted("{|ab}{|cd}").paintParagraph(2, 3, makeCentred()).did(1).hasPieces("0-4");
     Painted("{|ab}{|cd}").paintParagraph(3, 7, makeCentred()).did(2).hasPieces("0-9");
-    Painted("{|ab}{|cd}").paintParagraph(4, 4, makeCentred()).did(1).hasPieces("0-4");
-    Painted("{|ab}#{}").paintParagraph(4, 6, makeCentred()).did(2).hasPieces("0-7");
+    // The mark alone may have come from a paragraph of which nothing is left.
+    Painted("{|ab}{|cd}").paintParagraph(4, 4, makeCentred()).did(0).hasPieces("");
+    Painted("{|ab}#{}").paintParagraph(4, 6, makeCentred()).did(1).hasPieces("6-7");
     Painted("#").paintParagraph(0, 0, makeCentred()).did(0).hasPieces("");
     Painted("{|a[b}{|c]d}").paintParagraph(3, 99, makeCentred()).did(1).hasPieces("0-9");
     Painted("{|a[b]c}").paintParagraph(3, 3, makeCentred()).did(0);

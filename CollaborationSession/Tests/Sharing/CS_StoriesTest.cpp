@@ -277,6 +277,58 @@ TEST(Stories, DeletionOfALineInFrontOfABlockInWhichSomebodyTypes)
     Story(wholeLine).then(0, undoes()).endsAs({1, 0}, "ab/cXd/#");
 }
 
+TEST(Stories, WhatComesBackBesideAnItalicLetterIsAsItWas)
+{
+    Story("{|abcd}")
+        .prepare(deletes(2, 3))
+        .prepare(paints(1, 2, italic()))
+        .then(0, [](Participant& person) { EXPECT_TRUE(person.undo(person.getActions().front())); })
+        .endsAs("a_b_cd");
+    Story("{|abcd}")
+        .prepare(deletes(1, 2))
+        .prepare(paints(1, 2, italic()))
+        .then(0, [](Participant& person) { EXPECT_TRUE(person.undo(person.getActions().front())); })
+        .endsAs("ab_c_d");
+}
+
+TEST(Stories, ALookOfAParagraphHoldsForWhatIsSplitOffBehindTheSelectedPart)
+{
+    Story("{|ab}").meanwhile({paintsParagraphs(0, 1, centred()), types(1, "\n")}).endsAs("^a/^b");
+    Story("{|ab}").meanwhile({paintsParagraphs(0, 1, centred()), types(2, "\n")}).endsAs("^ab/^");
+    Story("{|ab}{|cd}").meanwhile({paintsParagraphs(3, 4, centred()), deletes(2, 5)}).endsAs("ab");
+}
+
+TEST(Stories, AnUndoneEnterIsGoneThoughTheParagraphGotAnotherLook)
+{
+    const auto typesAndUndoes = [](unsigned long offset, std::string text)
+    {
+        return [=](Participant& person)
+        {
+            person.replace(offset, offset, text);
+            EXPECT_TRUE(person.getClient().undo());
+        };
+    };
+    Story("{}").meanwhile({paintsParagraphs(0, 0, centred()), typesAndUndoes(0, "\nab")}).endsAs("^");
+    Story("{|ab}").meanwhile({paintsParagraphs(0, 2, centred()), typesAndUndoes(1, "\n\nxy")}).endsAs("^ab");
+}
+
+TEST(Stories, ALinkEndsWhereItEndsWhateverElseCameIn)
+{
+    const auto links = [](unsigned long begin, unsigned long end)
+    {
+        return [=](Participant& person)
+        { person.setRunLook(begin, end, LookChange::setLink(std::make_shared<DOM::Hyperlink>())); };
+    };
+    Story("{|abcd}")
+        .prepare(links(0, 4))
+        .meanwhile({[](Participant& person) { person.replace(3, 4, "x"); }, types(0, "\n")})
+        .endsAs("/[abc]x");
+    Story("{|ab}")
+        .prepare(paints(1, 2, LookChange::addComment(UUID::generate())))
+        .meanwhile({types(2, "x"), types(1, "\n")})
+        .endsAs("a/(b)x");
+}
+
 } // namespace
 
 } // namespace Zem::CollaborationSession
