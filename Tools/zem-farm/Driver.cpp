@@ -32,6 +32,7 @@ Script Driver::makeScript(const Plan& plan, Random& random)
 {
     Script script;
     script._setup._kind = plan._kind;
+    script._setup._isJudged = plan._isJudged;
     script._setup._documentSeed = random.makeSeed();
     script._setup._documentSize = plan._kind == DocumentKind::Workbook ? 1 + random.pick(2) : random.pick(7);
     script._setup._checkpointInterval = random.pickFrom(checkpointIntervals);
@@ -41,7 +42,7 @@ Script Driver::makeScript(const Plan& plan, Random& random)
 void Driver::run()
 {
     _session = std::make_unique<Session>(_script._setup);
-    const unsigned long lateCount = _random.pick(std::min(3UL, _plan._clientsCount - 1));
+    const unsigned long lateCount = _plan._clientsCount > 1 ? _random.pick(std::min(3UL, _plan._clientsCount - 1)) : 0;
     while (_lastClient < _plan._clientsCount - lateCount)
     {
         joinOne();
@@ -160,7 +161,8 @@ void Driver::takeTurnOf(unsigned long client, const Participant& participant)
         }
         return;
     default:
-        apply({StepKind::Do, client, pickGenerator(_plan._kind, _random)._name, _random.makeSeed()});
+        apply({StepKind::Do, client, pickGenerator({_plan._kind, _plan._isJudged, _plan._without}, _random)._name,
+               _random.makeSeed()});
     }
 }
 

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace ZemFarm
 {
@@ -19,6 +21,9 @@ struct Plan
     std::uint64_t _seed = 0;
     /// Whether a stranger sends anything, in every second turn.
     bool _isHostile = false;
+    bool _isJudged = false;
+    /// Names of the generators that take no part.
+    std::vector<std::string> _without;
 };
 
 /// Thinks up a session step by step, does it, and writes it down.

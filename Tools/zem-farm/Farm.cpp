@@ -90,6 +90,8 @@ Plan makePlan(const Options& options, unsigned long number, unsigned long restCo
     plan._kind = options._kind ? *options._kind : kinds[number % kinds.size()];
     plan._clientsCount = options._clientsCount;
     plan._seed = options._seed;
+    plan._isJudged = options._isJudged;
+    plan._without = options._without;
     plan._operationsCount = std::min(restCount, maxSessionLength);
     plan._isHostile = options._hostileCount > 0;
     if (number > 0)
@@ -97,8 +99,9 @@ Plan makePlan(const Options& options, unsigned long number, unsigned long restCo
         plan._seed = mixSeeds(options._seed, number);
         Random random(mixSeeds(plan._seed, number));
         // Most often few clients.
-        const unsigned long most = 2 + random.pick(options._clientsCount - 1);
-        plan._clientsCount = 2 + random.pick(most - 1);
+        const unsigned long fewest = std::min(2UL, options._clientsCount);
+        const unsigned long most = fewest + random.pick(options._clientsCount - fewest + 1);
+        plan._clientsCount = fewest + random.pick(most - fewest + 1);
         const unsigned long length = minSessionLength + random.pick(maxSessionLength - minSessionLength + 1);
         plan._operationsCount = std::min(restCount, length);
     }
@@ -107,9 +110,14 @@ Plan makePlan(const Options& options, unsigned long number, unsigned long restCo
 
 std::string printCommand(const Plan& plan)
 {
+    std::string without;
+    for (const std::string& name : plan._without)
+    {
+        without += " --without " + name;
+    }
     return std::string("--kind ") + getName(plan._kind) + " --clients " + std::to_string(plan._clientsCount) +
            " --operations " + std::to_string(plan._operationsCount) + " --seed " + std::to_string(plan._seed) +
-           (plan._isHostile ? " --hostile 1" : "");
+           (plan._isHostile ? " --hostile 1" : "") + (plan._isJudged ? " --judge" : "") + without;
 }
 
 namespace
@@ -156,7 +164,7 @@ bool runSessions(const Options& options)
         return false;
     }
     std::fputs(format(tally, getSecondsSince(begin)).c_str(), stdout);
-    std::fputs(formatFilters().c_str(), stdout);
+    std::fputs(formatFilters(options).c_str(), stdout);
     std::puts("all documents agreed");
     return true;
 }

@@ -1,5 +1,7 @@
 #include "Filters.h"
 
+#include "Generators.h"
+
 #include <array>
 
 namespace ZemFarm
@@ -23,14 +25,43 @@ constexpr std::array<Filter, 5> filters = {
      {"ranges that cut a character", "a text has whole characters, and so has what users mark"},
      {"texts more than two deep in others", "each level multiplies the size of the document"}}};
 
+/// What no judged session has.
+constexpr std::array<Filter, 4> notJudged = {
+    {{"blocks and runs that are no text", "their characters can't be told from each other"},
+     {"texts without a paragraph", "what is typed in them by two makes two paragraphs, and nobody said in which order"},
+     {"the looks of what a client sees before all has arrived", "only its characters are compared then"},
+     {"selections", "the judge doesn't hear of them"}}};
+
 } // namespace
 
-std::string formatFilters()
+std::string formatFilters(const Options& options)
 {
     std::string text = "left out:\n";
+    const auto add = [&](const std::string& leftOut, const char* reason)
+    { text += "  " + leftOut + ": " + reason + '\n'; };
     for (const Filter& filter : filters)
     {
-        text += std::string("  ") + filter._leftOut + ": " + filter._reason + '\n';
+        add(filter._leftOut, filter._reason);
+    }
+    for (const std::string& name : options._without)
+    {
+        add(name, "on request");
+    }
+    if (!options._isJudged)
+    {
+        return text;
+    }
+    text += "not judged:\n";
+    for (const Filter& filter : notJudged)
+    {
+        add(filter._leftOut, filter._reason);
+    }
+    for (const Generator& generator : getGenerators())
+    {
+        if (!isJudged(generator))
+        {
+            add(generator._name, "no command of an editor, which alone says what is meant");
+        }
     }
     return text;
 }

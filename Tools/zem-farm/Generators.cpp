@@ -1,5 +1,7 @@
 #include "Generators.h"
 
+#include <algorithm>
+#include <array>
 #include <stdexcept>
 
 namespace ZemFarm
@@ -12,6 +14,11 @@ namespace
 constexpr Generators (*families[])() = {makeTextEdits,        makeStyleChanges,   makeRangeOperations,
                                         makeObjectInsertions, makeNodeProperties, makeDocumentChanges,
                                         makeUndoings};
+
+/// What is done by the commands of an editor, and its undo: the judge knows what they mean.
+constexpr std::array<std::string_view, 14> judged = {
+    "type",         "break-line",         "paste", "erase",   "replace",   "format-runs", "format-paragraphs",
+    "look-of-runs", "look-of-paragraphs", "link",  "comment", "undo-last", "undo-any",    "redo"};
 
 Generators collectGenerators()
 {
@@ -54,17 +61,29 @@ const Generator* findGenerator(std::string_view name)
     return nullptr;
 }
 
-const Generator& pickGenerator(DocumentKind kind, Random& random)
+bool isJudged(const Generator& generator)
 {
+    return std::find(judged.begin(), judged.end(), std::string_view(generator._name)) != judged.end();
+}
+
+const Generator& pickGenerator(const GeneratorChoice& choice, Random& random)
+{
+    const auto getWeight = [&](const Generator& generator)
+    {
+        const bool isLeftOut =
+            std::find(choice._without.begin(), choice._without.end(), generator._name) != choice._without.end();
+        const bool isPicked = generator._isFor(choice._kind) && (!choice._isJudged || isJudged(generator));
+        return isPicked && !isLeftOut ? generator._weight : 0;
+    };
     unsigned long weights = 0;
     for (const Generator& generator : getGenerators())
     {
-        weights += generator._isFor(kind) ? generator._weight : 0;
+        weights += getWeight(generator);
     }
     unsigned long rest = random.pick(weights);
     for (const Generator& generator : getGenerators())
     {
-        const unsigned long weight = generator._isFor(kind) ? generator._weight : 0;
+        const unsigned long weight = getWeight(generator);
         if (rest < weight)
         {
             return generator;

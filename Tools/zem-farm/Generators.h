@@ -8,6 +8,7 @@
 
 #include "Sharing/CS_DocumentKind.h"
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -55,6 +56,20 @@ void addGenerator(const Generator& generator);
 /// Null if there is none of this name.
 const Generator* findGenerator(std::string_view name);
 
-const Generator& pickGenerator(DocumentKind kind, Random& random);
+/// Whether the judge is told of what a generator does.
+bool isJudged(const Generator& generator);
+
+/// Which generators take part in a session.
+struct GeneratorChoice
+{
+    DocumentKind _kind = DocumentKind::Text;
+    /// Only those that are judged.
+    bool _isJudged = false;
+    /// Names of those that don't.
+    std::vector<std::string> _without;
+};
+
+/// Requires: there is one.
+const Generator& pickGenerator(const GeneratorChoice& choice, Random& random);
 
 } // namespace ZemFarm

@@ -1,5 +1,7 @@
 #include "Options.h"
 
+#include "Generators.h"
+
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -13,19 +15,21 @@ using Zem::CollaborationSession::DocumentKind;
 
 const char* const helpText =
     R"(zem-farm [--kind KIND] [--clients N] [--operations M | --minutes T] [--seed S] [--hostile N]
-         [--shrink]
+         [--judge] [--without NAME]... [--shrink]
 zem-farm --script FILE [--shrink]
 
 Lets clients of a shared document do random things at once, with messages that travel late and connections that break,
 and requires that all documents are equal whenever everybody has heard of everything.
 
   --kind KIND     text, workbook, presentation, or all (default: all, in turn)
-  --clients N     at most N clients in a session, 2 to 32 (default: 8)
+  --clients N     at most N clients in a session, 2 to 32, or 1 with --judge (default: 8)
   --operations M  sessions of M operations altogether (default: 10000)
   --minutes T     sessions until T minutes are over
   --hostile N     sessions in which strangers send anything, until they have sent N batches; sessions then have
                   as many operations as M says, up to 500
   --seed S        other sessions (default: 1)
+  --judge         texts alone, edited as people do, and compared with what they meant
+  --without NAME  without what is called so in the table, such as paste
   --shrink        makes the session that failed as short as it gets, and prints it as a script
   --script FILE   plays a script
   --help          shows this
@@ -97,6 +101,8 @@ public:
         {
             throw BadOptions("--operations and --minutes don't go together");
         }
+        requireClients();
+        requireKindToJudge();
         return _options;
     }
 
@@ -128,9 +134,17 @@ private:
         {
             readKind(takeArgument(option));
         }
+        else if (option == "--judge")
+        {
+            _options._isJudged = true;
+        }
+        else if (option == "--without")
+        {
+            readWithout(takeArgument(option));
+        }
         else if (option == "--clients")
         {
-            _options._clientsCount = readNumber(option, takeArgument(option), minClientsCount, maxClientsCount);
+            readClients(takeArgument(option));
         }
         else if (option == "--operations")
         {
@@ -152,6 +166,42 @@ private:
         else
         {
             throw BadOptions("there is no option \"" + option + "\"; --help shows those that there are");
+        }
+    }
+
+    void readClients(const std::string& argument)
+    {
+        _options._clientsCount =
+            argument == "1" ? 1 : readNumber("--clients", argument, minClientsCount, maxClientsCount);
+    }
+
+    void readWithout(const std::string& name)
+    {
+        if (!findGenerator(name))
+        {
+            throw BadOptions("--without needs a name of the table, not \"" + name + "\"");
+        }
+        _options._without.push_back(name);
+    }
+
+    /// One alone has nobody to agree with.
+    void requireClients() const
+    {
+        if (_options._clientsCount < minClientsCount && !_options._isJudged)
+        {
+            readNumber("--clients", std::to_string(_options._clientsCount), minClientsCount, maxClientsCount);
+        }
+    }
+
+    void requireKindToJudge()
+    {
+        if (_options._isJudged && _options._kind.value_or(DocumentKind::Text) != DocumentKind::Text)
+        {
+            throw BadOptions("--judge goes with texts alone");
+        }
+        if (_options._isJudged)
+        {
+            _options._kind = DocumentKind::Text;
         }
     }
 

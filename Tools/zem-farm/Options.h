@@ -5,6 +5,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace ZemFarm
 {
@@ -14,6 +15,10 @@ struct Options
 {
     bool _wantsHelp = false;
     bool _shrinks = false;
+    /// What comes of a text is compared with what was meant.
+    bool _isJudged = false;
+    /// Names of the generators that take no part.
+    std::vector<std::string> _without;
     /// All kinds in turn if there is none.
     std::optional<Zem::CollaborationSession::DocumentKind> _kind;
     unsigned long _clientsCount = 8;

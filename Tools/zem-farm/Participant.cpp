@@ -27,7 +27,8 @@ const HistoryEntry* findOwnRefusal(ClientID author, const ServerMessage& message
 
 } // namespace
 
-Participant::Participant(Server& server, const Setup& setup, bool composesTyping, Tally& tally)
+Participant::Participant(Server& server, const Setup& setup, bool composesTyping, Tally& tally,
+                         JudgedSession* judgedSession)
     : _server(server)
     , _setup(setup)
     , _tally(tally)
@@ -36,6 +37,10 @@ Participant::Participant(Server& server, const Setup& setup, bool composesTyping
     _client = std::make_unique<Client>(id, snapshot);
     _client->setComposesTyping(composesTyping);
     _client->setOnDocumentReplaced([this] { ++_tally._remadeByClientsCount; });
+    if (judgedSession)
+    {
+        _witness = std::make_unique<Witness>(*judgedSession, *_client);
+    }
     if (getKind() == DocumentKind::Workbook)
     {
         return;
@@ -71,26 +76,43 @@ void Participant::edit(const Address& address, const Edit& edit)
     }
     if (_mainEditor && address == TextEditor::getMainTextAddress())
     {
-        note(edit(*_mainEditor));
+        Editor editor(*_mainEditor, _witness.get());
+        note(edit(editor));
         return;
     }
-    TextEditor editor(*_client, address);
+    TextEditor textEditor(*_client, address);
+    Editor editor(textEditor, _witness.get());
     note(edit(editor));
 }
 
 void Participant::undo()
 {
-    noteUndoing("undo", _client->undo());
+    const bool isDone = _client->undo();
+    noteUndoing("undo", isDone);
+    if (_witness)
+    {
+        isDone ? _witness->tellUndo() : _witness->tellNoUndo();
+    }
 }
 
 void Participant::redo()
 {
-    noteUndoing("redo", _client->redo());
+    const bool isDone = _client->redo();
+    noteUndoing("redo", isDone);
+    if (_witness && isDone)
+    {
+        _witness->tellUndoing();
+    }
 }
 
 void Participant::undo(ActionID action)
 {
-    noteUndoing("undo " + std::to_string(action), _client->undo(action));
+    const bool isDone = _client->undo(action);
+    noteUndoing("undo " + std::to_string(action), isDone);
+    if (_witness)
+    {
+        isDone ? _witness->tellUndoing() : _witness->tellNoUndoOf(action);
+    }
 }
 
 void Participant::noteUndoing(const std::string& what, bool isDone)
@@ -132,6 +154,10 @@ void Participant::send()
     }
     if (auto batch = _client->takeBatch())
     {
+        if (_witness)
+        {
+            _witness->noteBatch(*batch);
+        }
         _toServer.push_back(std::move(*batch));
     }
 }
@@ -143,7 +169,12 @@ void Participant::deliverToServer(std::size_t count)
         const ClientBatch batch = std::move(_toServer.front());
         _toServer.pop_front();
         _tally._transformedCount += batch._base < _server.getRevision() ? batch._actions.size() : 0;
+        const Revision revisionBefore = _server.getRevision();
         _server.receive(_client->getID(), batch);
+        if (_witness)
+        {
+            _witness->noteArrival(batch, revisionBefore, _server.getRevision());
+        }
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Editor.h"
+#include "JudgedSession.h"
 #include "Script.h"
 #include "Tally.h"
 #include "Texts.h"
@@ -25,10 +27,12 @@ public:
     using ActionID = Zem::CollaborationSession::ActionID;
     using Operation = Zem::CollaborationEngine::Operation;
     using TextEditor = Zem::CollaborationSession::TextEditor;
-    using Edit = std::function<Zem::CollaborationSession::Operations(TextEditor&)>;
+    using Edit = std::function<Zem::CollaborationSession::Operations(Editor&)>;
 
-    /// What it does is counted in `tally`. It stays where it is: the server holds an outbox that leads to it.
-    Participant(Zem::CollaborationSession::Server& server, const Setup& setup, bool composesTyping, Tally& tally);
+    /// What it does is counted in `tally`, and told to the judge of the session, if there is one. It stays where it is:
+    /// the server holds an outbox that leads to it.
+    Participant(Zem::CollaborationSession::Server& server, const Setup& setup, bool composesTyping, Tally& tally,
+                JudgedSession* judgedSession = nullptr);
 
     Participant(const Participant&) = delete;
     Participant& operator=(const Participant&) = delete;
@@ -137,6 +141,8 @@ private:
     unsigned long _toldCount = 0;
     unsigned long _learntCount = 0;
     std::unique_ptr<Zem::CollaborationSession::Client> _client;
+    /// Null if nobody judges.
+    std::unique_ptr<Witness> _witness;
     /// Null in a workbook, whose main text is no text to edit.
     std::unique_ptr<TextEditor> _mainEditor;
     std::deque<ActionID> _rememberedActions;

@@ -165,6 +165,11 @@ bool parseSetup(Setup& setup, const std::string& word, Words& words)
         setup._checkpointInterval = words.takeNumber();
         return true;
     }
+    if (word == "judged")
+    {
+        setup._isJudged = true;
+        return true;
+    }
     return false;
 }
 
@@ -210,7 +215,8 @@ private:
 std::string print(const Setup& setup)
 {
     return std::string("kind ") + getName(setup._kind) + "\ndocument " + std::to_string(setup._documentSeed) + ' ' +
-           std::to_string(setup._documentSize) + "\ncheckpoint " + std::to_string(setup._checkpointInterval) + '\n';
+           std::to_string(setup._documentSize) + "\ncheckpoint " + std::to_string(setup._checkpointInterval) + '\n' +
+           (setup._isJudged ? "judged\n" : "");
 }
 
 std::string print(const Step& step)

@@ -7,6 +7,7 @@
 ///     kind text
 ///     document 4711 3          the seed and the number of blocks
 ///     checkpoint 16            the interval at which the server copies the document
+///     judged                   what comes of it is compared with what was meant
 ///     client 1 join 1          1 for a client that composes keystrokes
 ///     client 1 do type 815     the generator, and its seed
 ///     client 1 select 4
@@ -20,7 +21,7 @@
 ///     hostile 6                somebody sends anything
 ///     settle                   everything arrives, and all documents must be equal
 ///
-/// What stands behind a # is a comment. The first three lines come before all steps, in any order; but for the kind,
+/// What stands behind a # is a comment. The first four lines come before all steps, in any order; but for the kind,
 /// they may be missing.
 
 #include "Sharing/CS_DocumentKind.h"
@@ -43,6 +44,9 @@ struct Setup
     /// In blocks, or worksheets; `maxDocumentSize` at most.
     unsigned long _documentSize = 1;
     unsigned long _checkpointInterval = 16;
+    /// The document is a text of paragraphs, in which no two characters are alike, and a judge compares it with what
+    /// was meant.
+    bool _isJudged = false;
 
     friend bool operator==(const Setup&, const Setup&) = default;
 };

@@ -79,7 +79,9 @@ Session::Session(const Setup& setup)
     {
         ServerSettings settings;
         settings._checkpointInterval = setup._checkpointInterval;
-        _server = std::make_unique<Server>(setup._kind, makeStartDocument(setup), settings);
+        _judgedSession = setup._isJudged ? std::make_unique<JudgedSession>(setup) : nullptr;
+        _server = std::make_unique<Server>(
+            setup._kind, _judgedSession ? _judgedSession->getStartDocument() : makeStartDocument(setup), settings);
         _server->setOnDocumentReplaced([this] { ++_tally._remadeAtServerCount; });
     }
     catch (const std::exception& error)
@@ -98,6 +100,10 @@ void Session::apply(const Step& step)
     catch (const Failure&)
     {
         throw;
+    }
+    catch (const Misjudged& error)
+    {
+        throw Failure("misjudged", "\"" + print(step) + "\" ended in what nobody meant: " + error.what());
     }
     catch (const std::exception& error)
     {
@@ -172,7 +178,7 @@ void Session::join(const Step& step)
     {
         return;
     }
-    auto participant = std::make_unique<Participant>(*_server, _setup, step._number != 0, _tally);
+    auto participant = std::make_unique<Participant>(*_server, _setup, step._number != 0, _tally, _judgedSession.get());
     participant->setTakesNotes(_takesNotes);
     _participants.emplace(step._client, std::move(participant));
     ++_tally._joinsCount;
@@ -195,7 +201,7 @@ void Session::leave(unsigned long client)
 void Session::make(Participant& participant, const Step& step)
 {
     const Generator* generator = findGenerator(step._generator);
-    if (!generator || !generator->_isFor(_setup._kind))
+    if (!generator || !generator->_isFor(_setup._kind) || (_setup._isJudged && !isJudged(*generator)))
     {
         return;
     }
@@ -258,8 +264,18 @@ void Session::settle()
     {
         compare(number, *participant);
     }
+    judge();
     checkRefusals();
     checkRemadeDocuments();
+}
+
+void Session::judge()
+{
+    if (_judgedSession)
+    {
+        _judgedSession->compare(_server->getDocument());
+        ++_tally._judgedCount;
+    }
 }
 
 /// A document is made again for an operation that fails, and of all that are sent only those fail that are bad on

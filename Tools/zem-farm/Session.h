@@ -94,12 +94,15 @@ private:
     bool isQuiet() const;
     void compare(unsigned long number, Participant& participant) const;
     void compareSelections(const std::string& name, const Zem::CollaborationSession::Client& client) const;
+    void judge();
     void checkRefusals() const;
     void checkRemadeDocuments() const;
     static void addClientStatistics(const Zem::CollaborationSession::Statistics& statistics, Tally& tally);
 
     Setup _setup;
     Tally _tally;
+    /// Null if nobody judges.
+    std::unique_ptr<JudgedSession> _judgedSession;
     std::unique_ptr<Zem::CollaborationSession::Server> _server;
     std::map<unsigned long, std::unique_ptr<Participant>> _participants;
     std::unique_ptr<BadSender> _badSender;

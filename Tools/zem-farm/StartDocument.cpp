@@ -6,6 +6,8 @@
 #include "DOM_Blocks.h"
 #include "DOM_Runs.h"
 
+#include <algorithm>
+
 namespace ZemFarm
 {
 
@@ -36,6 +38,25 @@ public:
         for (; blocksCount > 0; --blocksCount)
         {
             text.getBlocks().push_back(_random.isOnceIn(3) ? makeAtomicBlock(depth) : makeParagraph());
+        }
+        text.getTombstones() = makeTombstones(FlatText(text)._slotsCount);
+        return text;
+    }
+
+    DOM::TextWithTombstones makeParagraphs(unsigned long count,
+                                           const std::function<std::string(const std::string&)>& replace)
+    {
+        DOM::TextWithTombstones text;
+        for (; count > 0; --count)
+        {
+            auto paragraph = std::make_unique<DOM::Paragraph>();
+            for (unsigned long runsCount = _random.pick(3); runsCount > 0; --runsCount)
+            {
+                paragraph->getRuns().push_back(std::make_unique<DOM::TextRun>(replace(makeWords(_random, 8))));
+                setStyle(*paragraph->getRuns().back());
+            }
+            setStyle(*paragraph);
+            text.getBlocks().push_back(std::move(paragraph));
         }
         text.getTombstones() = makeTombstones(FlatText(text)._slotsCount);
         return text;
@@ -120,11 +141,16 @@ private:
             paragraph->getRuns().push_back(std::make_unique<DOM::TextRun>(makeWords(_random, 8)));
             setStyle(*paragraph->getRuns().back());
         }
+        setStyle(*paragraph);
+        return paragraph;
+    }
+
+    void setStyle(DOM::Paragraph& paragraph)
+    {
         if (_random.isOnceIn(3))
         {
-            paragraph->getSharedStyle() = _factory.create(makeParagraphStyle(_random));
+            paragraph.getSharedStyle() = _factory.create(makeParagraphStyle(_random));
         }
-        return paragraph;
     }
 
     void setStyle(DOM::Run& run)
@@ -220,6 +246,15 @@ DOM::Document makeStartDocument(const Setup& setup)
     {
         document.getScripts().insertScript("a", "start");
     }
+    return document;
+}
+
+DOM::Document makeJudgedDocument(const Setup& setup, const std::function<std::string(const std::string&)>& replace)
+{
+    DOM::Document document;
+    Random random(setup._documentSeed);
+    document.getTextWithTombstones() = Builder(setup, document.getSharedObjectFactory(), random)
+                                           .makeParagraphs(std::max(1UL, setup._documentSize), replace);
     return document;
 }
 

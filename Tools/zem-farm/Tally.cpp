@@ -85,6 +85,7 @@ void Tally::add(const Tally& other)
     _leavesCount += other._leavesCount;
     _reconnectsCount += other._reconnectsCount;
     _roundsCount += other._roundsCount;
+    _judgedCount += other._judgedCount;
     _selectionsCount += other._selectionsCount;
     _operationsCount += other._operationsCount;
     ZemFarm::add(_operationsByGenerator, other._operationsByGenerator);
@@ -156,6 +157,7 @@ std::string format(const Tally& tally, double seconds)
     table.add("  left early", tally._leavesCount);
     table.add("reconnects", tally._reconnectsCount);
     table.add("rounds", tally._roundsCount);
+    table.add("  judged", tally._judgedCount);
     table.add("selections", tally._selectionsCount);
     table.add("operations", tally._operationsCount);
     for (const Generator& generator : getGenerators())

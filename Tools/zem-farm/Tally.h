@@ -41,6 +41,8 @@ struct Tally
     unsigned long _reconnectsCount = 0;
     /// How often everything was compared.
     unsigned long _roundsCount = 0;
+    /// How often a document was compared with what was meant.
+    unsigned long _judgedCount = 0;
     unsigned long _selectionsCount = 0;
     /// Those that authors executed.
     unsigned long _operationsCount = 0;

@@ -16,7 +16,6 @@ namespace ZemFarm
 
 using Zem::CollaborationSession::LookChange;
 using Zem::CollaborationSession::Operations;
-using Zem::CollaborationSession::TextEditor;
 using Zem::DOMCollaboration::PropertyId;
 namespace DOM = Zem::DOM;
 
@@ -30,7 +29,7 @@ struct Stretch
     unsigned long _end;
 };
 
-Stretch pickStretch(TextEditor& editor, Random& random)
+Stretch pickStretch(Editor& editor, Random& random)
 {
     const unsigned long count = editor.getIndex().getCharactersCount();
     const unsigned long begin = random.pick(count + 1);
@@ -45,7 +44,7 @@ void editSomeText(Participant& author, Random& random, Edit edit)
     const Places places = findPlaces(author.getKind(), author.getDocument(), random);
     if (const TextPlace* place = pickText(places, random))
     {
-        author.edit(place->_address, [&](TextEditor& editor) { return edit(editor); });
+        author.edit(place->_address, [&](Editor& editor) { return edit(editor); });
     }
 }
 
@@ -62,7 +61,7 @@ void type(Participant& author, Random& random)
     for (unsigned long count = 1 + random.pick(4); count > 0; --count)
     {
         author.edit(place->_address,
-                    [&](TextEditor& editor)
+                    [&](Editor& editor)
                     {
                         const unsigned long charactersCount = editor.getIndex().getCharactersCount();
                         offset = offset == ~0UL ? random.pick(charactersCount + 1) : std::min(offset, charactersCount);
@@ -76,7 +75,7 @@ void type(Participant& author, Random& random)
 void breakLine(Participant& author, Random& random)
 {
     editSomeText(author, random,
-                 [&](TextEditor& editor)
+                 [&](Editor& editor)
                  {
                      const unsigned long offset = random.pick(editor.getIndex().getCharactersCount() + 1);
                      return editor.replace(offset, offset, "\n");
@@ -96,7 +95,7 @@ std::string makePaste(Random& random)
 void paste(Participant& author, Random& random)
 {
     editSomeText(author, random,
-                 [&](TextEditor& editor)
+                 [&](Editor& editor)
                  {
                      const unsigned long offset = random.pick(editor.getIndex().getCharactersCount() + 1);
                      return editor.replace(offset, offset, makePaste(random));
@@ -106,7 +105,7 @@ void paste(Participant& author, Random& random)
 void erase(Participant& author, Random& random)
 {
     editSomeText(author, random,
-                 [&](TextEditor& editor)
+                 [&](Editor& editor)
                  {
                      const Stretch stretch = pickStretch(editor, random);
                      return editor.replace(stretch._begin, stretch._end, "");
@@ -116,7 +115,7 @@ void erase(Participant& author, Random& random)
 void replace(Participant& author, Random& random)
 {
     editSomeText(author, random,
-                 [&](TextEditor& editor)
+                 [&](Editor& editor)
                  {
                      const Stretch stretch = pickStretch(editor, random);
                      return editor.replace(stretch._begin, stretch._end,
@@ -127,7 +126,7 @@ void replace(Participant& author, Random& random)
 void formatRuns(Participant& author, Random& random)
 {
     editSomeText(author, random,
-                 [&](TextEditor& editor)
+                 [&](Editor& editor)
                  {
                      const Stretch stretch = pickStretch(editor, random);
                      const PropertyChange change = makeChange<PropertyId::RunPropertyId>(nullptr, makeRunProps(random));
@@ -139,7 +138,7 @@ void formatParagraphs(Participant& author, Random& random)
 {
     editSomeText(
         author, random,
-        [&](TextEditor& editor)
+        [&](Editor& editor)
         {
             const Stretch stretch = pickStretch(editor, random);
             const PropertyChange change =
@@ -186,7 +185,7 @@ LookChange makeParagraphLook(Random& random)
 void setRunLook(Participant& author, Random& random)
 {
     editSomeText(author, random,
-                 [&](TextEditor& editor)
+                 [&](Editor& editor)
                  {
                      const Stretch stretch = pickStretch(editor, random);
                      return editor.setRunLook(stretch._begin, stretch._end, makeRunLook(random));
@@ -196,7 +195,7 @@ void setRunLook(Participant& author, Random& random)
 void setParagraphLook(Participant& author, Random& random)
 {
     editSomeText(author, random,
-                 [&](TextEditor& editor)
+                 [&](Editor& editor)
                  {
                      const Stretch stretch = pickStretch(editor, random);
                      return editor.setParagraphLook(stretch._begin, stretch._end, makeParagraphLook(random));
@@ -206,7 +205,7 @@ void setParagraphLook(Participant& author, Random& random)
 void setLink(Participant& author, Random& random)
 {
     editSomeText(author, random,
-                 [&](TextEditor& editor)
+                 [&](Editor& editor)
                  {
                      const Stretch stretch = pickStretch(editor, random);
                      return editor.setLink(stretch._begin, stretch._end, makeHyperlink(random));
@@ -216,7 +215,7 @@ void setLink(Participant& author, Random& random)
 void comment(Participant& author, Random& random)
 {
     editSomeText(author, random,
-                 [&](TextEditor& editor)
+                 [&](Editor& editor)
                  {
                      const Stretch stretch = pickStretch(editor, random);
                      const Zem::UUID uuid = makeUUID(random);

@@ -128,6 +128,19 @@ std::size_t Client::getKeptEntriesCount() const
     return _checkpoint->getEntries().size();
 }
 
+std::vector<ActionRange> Client::getPendingActions() const
+{
+    std::vector<ActionRange> actions;
+    for (std::size_t index = 0; index < _pending.size(); ++index)
+    {
+        if (index < _underWayCount || !cast<EmptyOperation>(_pending[index]._operation.get()))
+        {
+            actions.push_back({_pending[index]._firstID, _pending[index]._lastID});
+        }
+    }
+    return actions;
+}
+
 boost::optional<ClientBatch> Client::takeBatch()
 {
     if (_isTooFarBehind || (_underWayCount > 0 && !_isToBeSentAgain))

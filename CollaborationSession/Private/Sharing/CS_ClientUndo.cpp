@@ -177,19 +177,47 @@ std::vector<Action> Client::getPendingFrom(std::size_t index) const
     return actions;
 }
 
+namespace
+{
+
 /// The place of the own action of an id, which may be one of several that went out as one. The end if it is forgotten.
-Client::OwnActions::iterator Client::findPlace(ActionID action)
+template<class OwnActions>
+auto findPlaceIn(OwnActions& actions, ActionID action)
 {
     const auto found =
-        std::lower_bound(_ownActions.begin(), _ownActions.end(), action,
-                         [](const OwnAction& candidate, ActionID wanted) { return candidate._lastID < wanted; });
-    return found != _ownActions.end() && found->_firstID <= action ? found : _ownActions.end();
+        std::lower_bound(actions.begin(), actions.end(), action,
+                         [](const auto& candidate, ActionID wanted) { return candidate._lastID < wanted; });
+    return found != actions.end() && found->_firstID <= action ? found : actions.end();
+}
+
+} // namespace
+
+Client::OwnActions::iterator Client::findPlace(ActionID action)
+{
+    return findPlaceIn(_ownActions, action);
+}
+
+Client::OwnActions::const_iterator Client::findPlace(ActionID action) const
+{
+    return findPlaceIn(_ownActions, action);
 }
 
 Client::OwnAction* Client::findOwnAction(ActionID action)
 {
     const auto found = findPlace(action);
     return found == _ownActions.end() ? nullptr : &*found;
+}
+
+const Client::OwnAction* Client::findOwnAction(ActionID action) const
+{
+    const auto found = findPlace(action);
+    return found == _ownActions.end() ? nullptr : &*found;
+}
+
+ActionID Client::getUndone(ActionID action) const
+{
+    const OwnAction* found = findOwnAction(action);
+    return found ? found->_undoes : 0;
 }
 
 /// Nothing of an action happened: what it was to undo can be undone again.

@@ -43,6 +43,13 @@ public:
 /// A client's own count of what its user did, from 1 on.
 using ActionID = unsigned long;
 
+/// Actions of a user that became one: keystrokes that go out together, or a single action.
+struct ActionRange
+{
+    ActionID _first = 0;
+    ActionID _last = 0;
+};
+
 /// Sensible for a client with a screen; each may be chosen anew.
 struct ClientSettings
 {
@@ -180,6 +187,12 @@ public:
         return _pending.empty() && !_isSelectionNew;
     }
 
+    /// These, the oldest first. Those of which nothing is left, and which needn't be sent any more, aren't among them.
+    std::vector<ActionRange> getPendingActions() const;
+
+    /// Which own action another one undoes; 0 if it is no undo, or isn't known any more.
+    ActionID getUndone(ActionID action) const;
+
     /// What is to be sent now, if anything: all pending actions and the selection, unless a batch is under way; or
     /// an empty batch now and then, by which the server knows what it needn't keep.
     boost::optional<ClientBatch> takeBatch();
@@ -272,7 +285,9 @@ private:
     std::vector<Action> getPendingFrom(std::size_t index) const;
     boost::optional<Action> makeUndo(ActionID action) const;
     OwnActions::iterator findPlace(ActionID action);
+    OwnActions::const_iterator findPlace(ActionID action) const;
     OwnAction* findOwnAction(ActionID action);
+    const OwnAction* findOwnAction(ActionID action) const;
     OwnAction& getLastOfChain(OwnAction& action);
     bool isEffective(const OwnAction& action);
     bool undo(OwnAction& undone);
