@@ -1,6 +1,7 @@
 #include "Judge.h"
 
 #include <algorithm>
+#include <queue>
 #include <set>
 
 namespace ZemFarm
