@@ -23,7 +23,7 @@ struct Plan
     bool _isHostile = false;
     bool _isJudged = false;
     /// Names of the generators that take no part.
-    std::vector<std::string> _without;
+    std::vector<std::string> _without = {};
 };
 
 /// Thinks up a session step by step, does it, and writes it down.

@@ -54,7 +54,7 @@ TEST(RemovedParagraphs, WhatWasDeadWhenItWasTypedDoesntCount)
 TEST(RemovedParagraphs, AreMarkedAgainAsTheyAre)
 {
     FitCase text("<[{]>[a]<[}]>{}");
-    EXPECT_EQ(TestSupport::print(*makeMarkingOf(*FitCase::makeRestoring(text._looked))), "mark 2:+1 0:+1");
+    EXPECT_EQ(TestSupport::print(*makeMarkingOf(*FitCase::makeRestoring(text._looked))), "mark 2:. 0:.");
 }
 
 } // namespace
