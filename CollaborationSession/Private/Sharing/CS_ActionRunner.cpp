@@ -279,7 +279,11 @@ void ActionRunner::carryOut(const Operation& part, OperationUPtr planned)
     const bool happensNothing = cast<EmptyOperation>(happened.get()) != nullptr;
     if (_executor.getMisfits().size() > misfitsBefore)
     {
-        refuse(RefusalReason::FitsNoDocument, describe(_executor.getMisfits()[misfitsBefore]));
+        // What a restoring was to bring along has lost the run or paragraph that it was about.
+        const auto* unit = cast<CompositeOperation>(planned.get());
+        const bool isBroughtAlong = unit && unit->bringsShadowedAlong();
+        refuse(isBroughtAlong ? RefusalReason::TargetRemoved : RefusalReason::FitsNoDocument,
+               describe(_executor.getMisfits()[misfitsBefore]));
         if (happensNothing)
         {
             _bridge.refuse(part);

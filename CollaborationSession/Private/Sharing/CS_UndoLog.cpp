@@ -76,6 +76,15 @@ void listSettings(const Operation& operation, std::vector<OperationUPtr>& settin
     }
 }
 
+/// What of an operation waits for something that is dead.
+std::shared_ptr<const Operation> takeShadowed(const Operation& operation)
+{
+    std::vector<OperationUPtr> settings;
+    listSettings(operation, settings);
+    std::erase_if(settings, [](const OperationUPtr& setting) { return !cast<ShadowedOperation>(setting.get()); });
+    return makeOperationFromParts(std::move(settings));
+}
+
 /// What of an operation sets something, or waits for something that is dead.
 std::shared_ptr<const Operation> takeSettings(const Operation& operation)
 {
@@ -207,7 +216,8 @@ Action UndoLog::makeUndo(const Undoable& undoable, std::span<const Action> later
     {
         search.pass(action._operation);
     }
-    return {search.makeUndo(), std::move(meaning)};
+    const std::shared_ptr<const Operation> undo = search.makeUndo();
+    return {isPainted ? takeShadowed(*undo) : undo, std::move(meaning)};
 }
 
 } // namespace Zem::CollaborationSession
